@@ -1,0 +1,27 @@
+# Flags that every target of the project shares: link to plx_flags.
+add_library(plx_flags INTERFACE)
+target_compile_features(plx_flags INTERFACE cxx_std_20)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+target_compile_options(plx_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion
+    # Outputs are compared as text, so every compiler must round the same way.
+    -ffp-contract=off)
+# Result files pass 4 GiB also where off_t is 32 bits wide by default.
+target_compile_definitions(plx_flags INTERFACE _FILE_OFFSET_BITS=64)
+
+if(PLX_WARNINGS_AS_ERRORS)
+    target_compile_options(plx_flags INTERFACE -Werror)
+endif()
+if(PLX_SANITIZE)
+    target_compile_options(plx_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+                                               -fno-omit-frame-pointer)
+    target_link_options(plx_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(PLX_COVERAGE)
+    target_compile_options(plx_flags INTERFACE --coverage)
+    target_link_options(plx_flags INTERFACE --coverage)
+endif()
