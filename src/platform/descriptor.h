@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdio>
+
+/// File descriptors below C streams.
+namespace plx::platform {
+
+/// A second descriptor of the file under a C stream, in binary mode; it shares the place in the file. -1 for
+/// null or a stream without a file.
+int duplicate_descriptor(std::FILE* stream);
+
+void close_descriptor(int descriptor);
+
+}  // namespace plx::platform
