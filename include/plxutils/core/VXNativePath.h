@@ -1,0 +1,16 @@
+#pragma once
+
+#include "plxutils/core/VXString.h"
+#include "plxutils/export.h"
+
+/// The operating system's own path for a name in the library's stored form.
+///
+/// Hosts on POSIX need it to open what the library wrote: for "c:\home\me\site_1.pff" the result is
+/// "/home/Me/site_1.pff" when that is how the folder is spelt on disk. An existing entry is found without
+/// regard to ASCII case, the exact spelling first; for a name that does not exist yet the result is where the
+/// library would create it. On Windows the name is returned as it is.
+///
+/// @return empty when there is no such place: a null or empty name, another drive than `c:` on POSIX, or a
+/// folder
+///         that does not exist.
+PLX_EXPORT String VXNativePath(const char* name);

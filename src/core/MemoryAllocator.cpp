@@ -1,0 +1,41 @@
+#include "plxutils/core/MemoryAllocator.h"
+
+#include <memory>
+#include <new>
+
+namespace {
+constexpr int kFirstSlots = 128;
+}
+
+MemoryAllocator::MemoryAllocator() : MemoryAllocator(0) {}
+
+MemoryAllocator::MemoryAllocator(int size)
+    : blockSize(size < 1 ? __DEFAULT_BLOCK_SIZE__ : size), blockCount(0), refused_(0), refusing_(0) {
+    blocks.SetSize(kFirstSlots, nullptr);
+}
+
+MemoryAllocator::~MemoryAllocator() {
+    for (int i = 0; i < blockCount; ++i) delete blocks.data[i];
+}
+
+MemoryBlock* MemoryAllocator::AddBlock(int bytes) {
+    std::unique_ptr<MemoryBlock> block(new (std::nothrow) MemoryBlock(bytes));
+    if (!block || block->amountAvailable() < bytes) return nullptr;
+    if (blockCount >= blocks.size && !blocks.Resize(blockCount + 1, nullptr)) return nullptr;
+    blocks.data[blockCount++] = block.get();
+    return block.release();
+}
+
+void* MemoryAllocator::Allocate(int n) {
+    if (n < 0) return nullptr;
+    if (n > blockSize) {
+        MemoryBlock* own = AddBlock(n);
+        return own ? own->Allocate(n) : nullptr;
+    }
+    int i = n >= refused_ ? refusing_ : 0;
+    while (i < blockCount && blocks.data[i]->amountAvailable() < n) ++i;
+    refused_ = n;
+    refusing_ = i;
+    MemoryBlock* block = i < blockCount ? blocks.data[i] : AddBlock(blockSize);
+    return block ? block->Allocate(n) : nullptr;
+}

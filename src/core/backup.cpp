@@ -1,0 +1,28 @@
+#include <cstring>
+#include <string>
+
+#include "platform/platform.h"
+#include "plxutils/core/VXUtilities.h"
+
+namespace {
+
+constexpr std::size_t kMaxNameBytes = 2048;
+constexpr int kMaxNumbered = 10;
+
+}  // namespace
+
+bool FileExists(const char* name) { return plx::platform::find_file(name).exists; }
+
+int BackupFile(const char* name) {
+    if (!name) return 0;
+    const std::string newest = std::string(name, strnlen(name, kMaxNameBytes)) + ".backup";
+    const auto generation = [&](int k) { return k == 0 ? newest : newest + std::to_string(k); };
+    const auto move = [](const std::string& from, const std::string& to) {
+        return plx::platform::replace_move(from.c_str(), to.c_str());
+    };
+
+    int taken = 0;
+    while (taken < kMaxNumbered && FileExists(generation(taken).c_str())) ++taken;
+    for (int k = taken - 1; k >= 0; --k) move(generation(k), generation(k + 1));
+    return move(name, newest);
+}

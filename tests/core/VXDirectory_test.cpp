@@ -1,0 +1,29 @@
+#include "plxutils/core/VXDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+TEST(VXDirectory, TextAndParents) {
+    struct Case {
+        const char* path;
+        bool has_file;
+        int levels;
+        const char* expected;
+    };
+    // clang-format off
+    const std::vector<Case> cases = {
+        {nullptr, false, 0, "c:"}, {"", true, 0, "c:"}, {"c:\\Data\\\\", false, 0, "c:\\Data"},
+        {"c:\\a\\\\x.dat", true, 0, "c:\\a"}, {"x.dat", true, 0, "c:"}, {"/a/b/", false, 0, "/a/b/"},
+        {"c:\\a\\b", false, 1, "c:\\a"}, {"c:\\a\\\\b", false, 1, "c:\\a"}, {"c:\\a\\b", false, 2147483647, "c:"},
+        {"c:", false, 1, "c:"}, {"c:\\a\\b", false, -1, "c:\\a\\b"}, {"data", false, 1, "c:"}};
+    // clang-format on
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.path ? c.path : "null");
+        const VXDirectory directory = VXDirectory(c.path, c.has_file).GetParentDirectory(c.levels);
+        EXPECT_STREQ(directory.GetDirectory(false).c_str(), c.expected);
+        EXPECT_TRUE(directory.GetDirectory(true) == c.expected + String("\\"));
+    }
+    EXPECT_TRUE(VXDirectory("x.dat", true).GetDirectory(false) == "")
+        << "no folder, before a parent is asked for";
+}
