@@ -1,0 +1,152 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <random>
+#include <stdexcept>
+#include <vector>
+
+#include "geometry/segment_chain.h"
+#include "plxutils/geometry/cgPointList.h"
+#include "plxutils/geometry/cgSegmentList.h"
+#include "plxutils/geometry/cgTriangleVec.h"
+
+namespace {
+
+cgPoint at(double x, double value = 0.0) { return {x, 0, 0, 1, &value}; }
+
+std::vector<double> xs(const cgPointList& list) {
+    std::vector<double> result;
+    for (int i = 0; i < list.count(); ++i) result.push_back(list[i].x());
+    return result;
+}
+
+using Xs = std::vector<double>;
+
+TEST(cgPointList, CapacityCountAndEmptiness) {
+    struct Case {
+        const char* name;
+        std::function<void(cgPointList&)> change;
+        int capacity, count;
+        bool empty;
+    };
+    const std::vector<Case> table = {
+        {"fresh", [](cgPointList&) {}, 0, 0, true},
+        {"index", [](cgPointList& l) { l[250]; }, 300, 251, false},
+        {"index at capacity", [](cgPointList& l) { l[99], l[100]; }, 200, 101, false},
+        {"resize", [](cgPointList& l) { l.resize(10); }, 110, 0, false},
+        {"negative resize", [](cgPointList& l) { l.resize(-5); }, 0, 0, true},
+        {"append", [](cgPointList& l) { l.append(at(1)); }, 100, 1, false},
+        {"no grow size", [](cgPointList& l) { l.grow_size() = 0, l[7], l.append(at(1)); }, 9, 9, false},
+        {"negative grow size", [](cgPointList& l) { l.grow_size() = -7, l.resize(3); }, 3, 0, false},
+        {"insert", [](cgPointList& l) { l.insert(0, at(1), 150), l.append(at(1)); }, 200, 151, false},
+        {"insert nothing", [](cgPointList& l) { l.insert(-1, at(1), 0); }, 0, 0, true},
+        {"clear", [](cgPointList& l) { l[5], l.clear(); }, 0, 0, true},
+        {"own copy", [](cgPointList& l) { l[5], l.CopyFromList(l); }, 0, 0, true},
+    };
+    for (const Case& c : table) {
+        SCOPED_TRACE(c.name);
+        cgPointList list;
+        c.change(list);
+        EXPECT_EQ(list.capacity(), c.capacity);
+        EXPECT_EQ(list.count(), c.count);
+        EXPECT_EQ(list.empty(), c.empty);
+    }
+}
+
+TEST(cgPointList, InsertsShiftTheTail) {
+    cgPointList list;
+    for (int i = 0; i < 3; ++i) list.append(at(i));
+    list.insert(1, at(8), 2);
+    list.prepend(static_cast<const cgElement&>(at(9)));
+    list.prepend(cgSegment(1, 2, 3));
+    EXPECT_EQ(xs(list), (Xs{9, 0, 8, 8, 1, 2}));
+    list.insert(103, at(7), 1);  // past the count, at the end of the array
+    EXPECT_EQ(static_cast<const cgPointList&>(list)[103].x(), 7.0);
+    EXPECT_THROW(list.insert(105, at(1), 1), std::invalid_argument);
+    EXPECT_THROW(list.insert(-1, at(1), 1), std::invalid_argument);
+    EXPECT_THROW(list[-1], std::invalid_argument);
+    EXPECT_THROW(static_cast<const cgPointList&>(list)[104], std::invalid_argument);
+    EXPECT_EQ(list.count(), 7);
+}
+
+TEST(cgPointList, ListsMayBeTheirOwnArguments) {
+    cgPointList list;
+    list.append(at(1, 5));
+    for (int i = 0; i < 200; ++i) list.append(list[0]);
+    EXPECT_EQ(list[200][0], 5.0);
+    cgPointList two, copy;
+    two.append(at(1));
+    two.append(at(2));
+    two.ProjectToList(cgVector(10, 0, 0), two);
+    EXPECT_EQ(xs(two), (Xs{1, 2, 11, 12}));
+    copy.CopyFromList(two);
+    EXPECT_EQ(xs(copy), xs(two));
+    EXPECT_EQ(copy.capacity(), 200);
+    EXPECT_TRUE(copy.GetExtents().min == copy[0] && copy.GetExtents().max == copy[3]);
+}
+
+TEST(cgPointList, SortsAreStableAndKeepTheData) {
+    std::mt19937 generator(2);
+    cgPointList list;
+    std::vector<std::pair<double, double>> expected;
+    for (int i = 0; i < 1000; ++i) {
+        const auto value = static_cast<double>(generator() % 50);
+        list.append(at(i, value));
+        expected.emplace_back(value, i);
+    }
+    std::stable_sort(expected.begin(), expected.end());
+    list.do_sort_by_data(0, 1000000);
+    for (int i = 0; i < 1000; ++i) {
+        const auto& [value, x] = expected[static_cast<std::size_t>(i)];
+        ASSERT_TRUE(list[i].x() == x && list[i][0] == value) << i;
+    }
+    list.do_sort(&cgPointList::Compare);
+    EXPECT_TRUE(std::is_sorted(&list[0], &list[0] + 1000));
+}
+
+TEST(cgPointList, SortEndsForContradictoryComparisons) {
+    cgPointList list;
+    for (int i = 0; i < 600; ++i) list.append(at(0.006 * (i % 3), 2 - i % 3));
+    list.do_sort_with_data(0, 0, 0.01, 0, 0, nullptr);
+    list.do_sort([](const cgPoint*, const cgPoint*) { return -1; });
+    Xs sorted = xs(list);
+    std::sort(sorted.begin(), sorted.end());
+    EXPECT_EQ((Xs{sorted[199], sorted[200], sorted[400]}), (Xs{0.0, 0.006, 0.012}));
+}
+
+TEST(cgSegmentList, KeepsSegmentsOnly) {
+    cgSegmentList list;
+    list.append(cgSegment(0, 0, 0, 1, -1, 0));
+    list.prepend(cgSegment(5, 5, 5, 4, 4, 9));
+    list.append(at(1));
+    list.ProjectToList(cgVector(0, 0, 1), list);
+    ASSERT_EQ(list.size(), 4);
+    EXPECT_EQ(list[2].p0, cgPoint(5, 5, 6, 0));
+    EXPECT_TRUE(list.GetExtents().min == cgPoint(0, -1, 0, 0) &&
+                list.GetExtents().max == cgPoint(5, 5, 10, 0));
+}
+
+TEST(cgTriangleVec, MayAddItsOwnElements) {
+    cgTriangleVec list;
+    list.append(cgTriangle(at(0), at(2), cgPoint(0, 1, 0, 0)));
+    for (int i = 0; i < 10; ++i) list.prepend(list[list.size() - 1]);
+    EXPECT_EQ(list[0].Area(), 1.0);
+    EXPECT_THROW(list[11], std::invalid_argument);
+}
+
+TEST(SegmentChain, IsProlongedThroughTheBoxAndCutIntoPieces) {
+    plx::ElementArray<cgSegment> chain = {cgSegment(4, 0, 0, 6, 0, 0)}, pieces;
+    const cgBox box(0, -1, -1, 10, 1, 1);
+    plx::extend_chain(chain, box, 2.5);
+    ASSERT_EQ(chain.size(), 7U);
+    EXPECT_TRUE(chain.front().p0 == cgPoint(-2, 0, 0, 0) && chain.back().p1 == cgPoint(12, 0, 0, 0));
+    EXPECT_EQ(chain[2].p1, chain[3].p0);
+    plx::append_pieces(cgSegment(0, 0, 0, 10, 0, 0), 3.0, pieces);
+    for (double step : {1e-12, 0.0, -1.0}) plx::extend_chain(pieces, box, step);
+    plx::append_pieces(chain[0], 0.0, pieces);
+    ASSERT_EQ(pieces.size(), 5U);
+    EXPECT_TRUE(pieces[1].p1 == cgPoint(5, 0, 0, 0) && pieces[3].p1 == cgPoint(10, 0, 0, 0));
+}
+
+}  // namespace
