@@ -1,0 +1,215 @@
+#include "formats/array_record.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+#include "core/text_number.h"
+#include "formats/array_control.h"
+#include "formats/list_directed.h"
+#include "formats/modflow_words.h"
+
+namespace plx {
+
+namespace {
+
+using Form = ArrayControl::Form;
+
+/// Reads a number with nothing special about it: blanks, a number, one separator, all inside the source's
+/// block. False, with nothing taken, when the next word needs the full rules.
+bool take_plain_number(TextSource& in, double& value, WordEnd& end) {
+    const std::string_view ahead = in.ahead();
+    const char* p = ahead.data();
+    const char* last = p + ahead.size();
+    while (p != last && *p == ' ') ++p;
+    if (p == last || !(static_cast<unsigned char>(*p - '0') < 10 || *p == '-' || *p == '+' || *p == '.'))
+        return false;
+    p = parse_double(p, last, value);
+    if (!p || p == last) return false;
+    int lines = 0;
+    if (*p == ' ' || *p == ',') {
+        end = WordEnd::kSeparator;
+    } else if (*p == '\n' || (*p == '\r' && p + 1 != last && p[1] == '\n')) {
+        p += *p == '\r' ? 1 : 0;
+        end = WordEnd::kEndOfLine;
+        lines = 1;
+    } else {
+        return false;
+    }
+    in.advance(static_cast<std::size_t>(p + 1 - ahead.data()), lines);
+    return true;
+}
+
+ArrayFindings read_words(TextSource& in, const ArrayData& data, bool skip_empty, bool tab_separates) {
+    ArrayFindings findings;
+    WordStyle style;
+    style.tab_separates = tab_separates;
+    style.tab_met = &findings.tabs;
+    std::string word;
+    WordEnd end = WordEnd::kEndOfLine;
+    for (double& value : data.values) {
+        if (!take_plain_number(in, value, end)) {
+            end = read_word(in, word, style);
+            while (skip_empty && word.empty() && end != WordEnd::kEndOfFile) {
+                findings.empty_words = true;
+                end = read_word(in, word, style);
+            }
+            if (end == WordEnd::kEndOfFile && word.empty()) return findings;
+            value = to_double(word);
+        }
+        value *= data.multiplier;
+        ++findings.found;
+    }
+    finish_line(in, end);
+    return findings;
+}
+
+constexpr std::size_t kBinaryHeader = 44;
+constexpr std::size_t kColumnsAt = 32, kRowsAt = 36;
+
+/// True when the next bytes are the header of a layer of this size.
+bool has_binary_header(TextSource& in, std::size_t columns, std::size_t rows) {
+    const std::string_view bytes = in.peek_bytes(kBinaryHeader);
+    if (bytes.size() < kBinaryHeader) return false;
+    std::int32_t header_columns, header_rows;
+    std::memcpy(&header_columns, bytes.data() + kColumnsAt, sizeof header_columns);
+    std::memcpy(&header_rows, bytes.data() + kRowsAt, sizeof header_rows);
+    return header_columns >= 0 && static_cast<std::size_t>(header_columns) == columns && header_rows >= 0 &&
+           static_cast<std::size_t>(header_rows) == rows;
+}
+
+template <class Number>
+std::size_t read_binary_values(TextSource& in, std::span<double> values, double multiplier) {
+    constexpr std::size_t kPart = 4096;
+    Number part[kPart];
+    std::size_t found = 0;
+    while (found < values.size()) {
+        const std::size_t wanted = std::min(kPart, values.size() - found);
+        const std::size_t got = in.read_bytes(part, wanted * sizeof(Number)) / sizeof(Number);
+        for (std::size_t i = 0; i < got; ++i) values[found + i] = static_cast<double>(part[i]) * multiplier;
+        found += got;
+        if (got < wanted) break;
+    }
+    return found;
+}
+
+ArrayFindings read_binary(TextSource& in, const ArrayData& data, bool whole) {
+    const auto columns = static_cast<std::size_t>(std::max(data.columns, 1));
+    char header[kBinaryHeader];
+    if (has_binary_header(in, columns, data.values.size() / columns)) in.read_bytes(header, sizeof header);
+    ArrayFindings findings;
+    findings.layout_matters = true;
+    findings.found = whole ? read_binary_values<std::int32_t>(in, data.values, data.multiplier)
+                           : read_binary_values<float>(in, data.values, data.multiplier);
+    return findings;
+}
+
+/// The least number of bytes that an array takes up.
+std::size_t least_bytes(const ArrayControl& control, const ArrayReader::Shape& shape) {
+    const auto columns = static_cast<std::size_t>(std::max(shape.columns, 1));
+    const std::size_t rows = (shape.count + columns - 1) / columns;
+    switch (control.form) {
+        case Form::kWords:
+            return shape.count;
+        case Form::kBinary:
+            return shape.count * 4;
+        case Form::kFormatted: {
+            const std::size_t pass = control.format.values_per_pass();
+            return rows * ((columns + pass - 1) / pass);
+        }
+        case Form::kListDirected: {
+            // One repeat count can stand for a whole row.
+            constexpr std::size_t kSample = 64 * 1024;
+            const bool repeats = control.source->peek_bytes(kSample).find('*') != std::string_view::npos;
+            return repeats ? rows : shape.count;
+        }
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
+bool read_array_words(TextSource& in, std::span<double> values, double multiplier, const TextRules& rules,
+                      TextRules& used) {
+    std::fill(values.begin(), values.end(), 0.0);
+    const ArrayData data{values, 1, multiplier};
+    const ArrayFindings findings = read_words(in, data, rules.skip_empty_words, rules.tab_separates);
+    used.skip_empty_words |= findings.empty_words;
+    used.tab_separates |= findings.tabs;
+    return findings.found == values.size();
+}
+
+bool ArrayReader::read_control(const std::string& what, ArrayControl& control) {
+    return read_array_control(in_, streams_, rules_, used_, what, control, problems_);
+}
+
+bool ArrayReader::has_room(const ArrayControl& control, const Shape& shape) {
+    if (!control.source || shape.count == 0) return true;
+    const auto room = static_cast<std::size_t>(control.source->remaining());
+    if (least_bytes(control, shape) <= room) return true;
+    problems_.push_back(control.source->place() + ": " + std::to_string(shape.count) +
+                        " values expected for " + shape.what + ", but only " + std::to_string(room) +
+                        " bytes follow");
+    return false;
+}
+
+ArrayFindings ArrayReader::read_findings(const ArrayControl& control, const ArrayTarget& target) {
+    const ArrayData data{target.values, target.columns, control.value};
+    TextSource& source = *control.source;
+    switch (control.form) {
+        case Form::kListDirected:
+            return read_list_directed(source, data, rules_.tab_separates);
+        case Form::kFormatted:
+            return read_formatted(source, control.format, data);
+        case Form::kBinary:
+            return read_binary(source, data, target.whole);
+        default:
+            return read_words(source, data, rules_.skip_empty_words, rules_.tab_separates);
+    }
+}
+
+bool ArrayReader::read_values(const ArrayControl& control, const ArrayTarget& target) {
+    const double fill = control.form == Form::kConstant ? control.value : 0.0;
+    std::fill(target.values.begin(), target.values.end(), fill);
+    if (!control.source) return control.form == Form::kConstant;
+    const ArrayFindings findings = read_findings(control, target);
+    used_.skip_empty_words |= findings.empty_words && rules_.skip_empty_words;
+    used_.tab_separates |= findings.tabs;
+    used_.obey_formats |= findings.layout_matters;
+    if (findings.bad_line != 0) {
+        problems_.push_back(control.source->name() + ": line " + std::to_string(findings.bad_line) + ": \"" +
+                            findings.bad_word.substr(0, 40) + "\" in " + target.what +
+                            " is not a number, 0 is used");
+    }
+    if (findings.found == target.values.size()) return true;
+    problems_.push_back(control.source->place() + ": " + std::to_string(target.values.size()) +
+                        " values expected for " + target.what + ", " + std::to_string(findings.found) +
+                        " found");
+    ended_ = ended_ || control.source == &in_;
+    return false;
+}
+
+bool ArrayReader::read(const Shape& shape, std::vector<double>& values) {
+    values.clear();
+    ArrayControl control;
+    const bool found = read_control(shape.what, control);
+    ended_ = found ? !has_room(control, shape) : control.form == Form::kEnded;
+    if (ended_) return false;
+    values.resize(shape.count);
+    return read_values(control, {values, shape.columns, shape.whole, shape.what}) && found;
+}
+
+bool ArrayReader::read_into(const ArrayTarget& target) {
+    ArrayControl control;
+    const bool found = read_control(target.what, control);
+    ended_ = control.form == Form::kEnded;
+    return read_values(control, target) && found;
+}
+
+bool read_array_record(TextSource& in, ArrayStreams& streams, const TextRules& rules, TextRules& used,
+                       const ArrayTarget& target, Problems& problems) {
+    return ArrayReader(in, streams, rules, used, problems).read_into(target);
+}
+
+}  // namespace plx

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "formats/fortran_format.h"
+#include "formats/problems.h"
+#include "formats/text_source.h"
+
+namespace plx {
+
+/// Where the text readers follow the modelling programs instead of the plain rules. The same struct, handed
+/// back, tells which of them made a difference.
+struct TextRules {
+    bool skip_empty_words = false;  ///< an empty word in an array is no value (plain: it stores 0.0)
+    bool unit_zero_is_constant =
+        false;  ///< a fixed control record with unit 0 fills the array with its second field
+    bool zero_multiplier_is_one = false;  ///< a multiplier 0 in unit, EXTERNAL and OPEN/CLOSE records means 1
+    bool obey_formats = false;            ///< the control record's Fortran format decides how values are cut
+    bool tab_separates = false;           ///< a tab separates words like a blank
+};
+
+/// Other streams that an array record may name.
+class ArrayStreams {
+public:
+    virtual ~ArrayStreams() = default;
+    /// The stream open at a Fortran unit; null when there is none. For the unit of the file that is being
+    /// read this is the very source that is being read.
+    virtual TextSource* unit(int number) = 0;
+    /// Opens a file named in an OPEN/CLOSE record, relative to the project's folder; null when it cannot be
+    /// opened. The source lives until the next call.
+    virtual TextSource* open(const std::string& name) = 0;
+};
+
+struct ArrayTarget {
+    std::span<double> values;  ///< as many as wanted, row by row
+    int columns = 1;           ///< values a row: a Fortran READ starts each row on a new line
+    bool whole = false;        ///< integers (matters for binary external files only)
+    std::string what;          ///< shown in problems: "DELR", "IBOUND of layer 2"
+};
+
+/// Reads one array-control record and the array it announces.
+///
+/// Source: CONSTANT, INTERNAL, EXTERNAL and OPEN/CLOSE records of MODFLOW 2000 and later, and the older fixed
+/// record of unit, multiplier, format and print flag. The record is traced on standard output. A field that
+/// its line does not hold is empty: the next line is never taken for it. Comment lines before the record are
+/// passed over.
+///
+/// With `obey_formats` the format "(BINARY)", or a negative unit, announces 4-byte values, little-endian,
+/// after a 44-byte header (KSTP, KPER, PERTIM, TOTIM, TEXT, NCOL, NROW, ILAY) that is missing before
+/// one-dimensional arrays.
+///
+/// @param target   what the file does not hold is set to 0.
+/// @param used     set where a rule of `rules` changed what was read.
+/// @return false when the stream was missing or ended early; a problem says so.
+bool read_array_record(TextSource& in, ArrayStreams& streams, const TextRules& rules, TextRules& used,
+                       const ArrayTarget& target, Problems& problems);
+
+/// Reads values.size() free-format words times `multiplier`, the plain reading, and drops what is left of the
+/// last word's line. False when the file ended first; the other values are 0.
+bool read_array_words(TextSource& in, std::span<double> values, double multiplier, const TextRules& rules,
+                      TextRules& used);
+
+/// A control record, and where and in which form the array that it announces is found.
+struct ArrayControl {
+    enum class Form { kEnded, kMissing, kConstant, kWords, kListDirected, kFormatted, kBinary };
+    Form form = Form::kMissing;    ///< kEnded: the file ended before the record; kMissing: no such stream
+    double value = 0.0;            ///< the constant or the multiplier
+    TextSource* source = nullptr;  ///< where the values are
+    FortranFormat format;          ///< for kFormatted
+};
+
+/// Reads arrays one after the other from one file, with everything that they share.
+class ArrayReader {
+public:
+    /// An ArrayTarget whose values are not there yet.
+    struct Shape {
+        std::size_t count = 0;
+        int columns = 1;
+        bool whole = false;
+        std::string what;
+    };
+
+    ArrayReader(TextSource& in, ArrayStreams& streams, const TextRules& rules, TextRules& used,
+                Problems& problems)
+        : in_(in), streams_(streams), rules_(rules), used_(used), problems_(problems) {}
+
+    /// Reads a record and its array into `values`, which is sized only when the file can hold that many.
+    /// @return false as read_array_record does; `values` is empty when the reader is then at its end.
+    bool read(const Shape& shape, std::vector<double>& values);
+    bool read_into(const ArrayTarget& target);
+    /// True when the file was cut or announced more than it can hold, so that nothing can be read behind it.
+    /// A stream that is missing does not end the reader: its array is 0.
+    bool ended() const { return ended_; }
+
+private:
+    bool read_control(const std::string& what, ArrayControl& control);
+    bool has_room(const ArrayControl& control, const Shape& shape);
+    bool read_values(const ArrayControl& control, const ArrayTarget& target);
+    ArrayFindings read_findings(const ArrayControl& control, const ArrayTarget& target);
+
+    TextSource& in_;
+    ArrayStreams& streams_;
+    const TextRules& rules_;
+    TextRules& used_;
+    Problems& problems_;
+    bool ended_ = false;
+};
+
+}  // namespace plx

@@ -1,0 +1,149 @@
+#include "formats/array_record.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "support/capture_stdout.h"
+#include "support/memory_streams.h"
+
+namespace plx {
+namespace {
+
+using Values = std::vector<double>;
+
+struct Read {
+    Values values;
+    TextRules used;
+    Problems problems;
+    bool found = false;
+    std::string trace, rest;
+};
+
+/// Reads an array of two rows and two columns.
+Read read(const std::string& text, const TextRules& rules, bool whole = false) {
+    test::MemoryStreams streams;
+    streams.units = {{20, "5 6\n7 8\n"}};
+    streams.files = {{"data.txt", "1\n2\n3 4\n"}};
+    TextSource in = TextSource::of_text(text, "site.dis");
+    Read result;
+    result.values.assign(4, -1.0);
+    result.trace = test::capture_stdout([&] {
+        result.found = read_array_record(in, streams, rules, result.used, {result.values, 2, whole, "TOP"},
+                                         result.problems);
+    });
+    in.read_line(result.rest);
+    return result;
+}
+
+/// A letter for each rule that made a difference.
+std::string letters(const TextRules& used) {
+    std::string text;
+    if (used.skip_empty_words) text += 's';
+    if (used.unit_zero_is_constant) text += 'u';
+    if (used.zero_multiplier_is_one) text += 'z';
+    if (used.obey_formats) text += 'o';
+    if (used.tab_separates) text += 't';
+    return text;
+}
+
+TEST(ArrayRecord, FormsUnderBothRules) {
+    const std::vector<std::tuple<std::string, std::string, std::string, std::string>> cases = {
+        {"CONSTANT 2.5 \n", "2.5 2.5 2.5 2.5", "2.5 2.5 2.5 2.5", ""},
+        {"constant 1.5(FREE) 9 TOP\n", "1.5 1.5 1.5 1.5", "1.5 1.5 1.5 1.5", ""},
+        {"CONSTANT (FREE) 3\n", "0 0 0 0", "0 0 0 0", ""},
+        {"# note\nINTERNAL 2 (FREE) -1\n1 2\n3 4\n", "2 4 6 8", "2 4 6 8", ""},
+        {"INTERNAL 0\n'1',2D0\n3 4 # end\n", "1 2 3 4", "0 2 3 4", ""},
+        {"INTERNAL\n1 2\n3 4 more\n", "1 2 3 4", "1 2 3 4", ""},
+        {"INTERNAL 1(2I1)\n12\n34\n", "12 34 0 0", "1 2 3 4", "o"},
+        {"INTERNAL 1.0 (2F4.0)\n  1.  2.\n  3.  4.\n", "1 2 3 4", "1 2 3 4", ""},
+        {"INTERNAL 1.0 (FREE)\n2*7\n3 4\n", "2 3 4 0", "7 7 3 4", "o"},
+        {"INTERNAL 1.0 (FREE)\n1 2 \n3 4\n", "1 2 0 3", "1 2 3 4", "s"},
+        {"INTERNAL 1.0 (FREE)\n1 2\n3\t4\n", "1 2 3 0", "1 2 3 4", "t"},
+        {"EXTERNAL 20 1.0 (FREE)\n", "5 6 7 8", "5 6 7 8", ""},
+        {"EXTERNAL 20 0 (FREE)\n", "0 0 0 0", "5 6 7 8", "z"},
+        {"OPEN/CLOSE data.txt 2.0(FREE) -1\n", "2 4 6 8", "2 4 6 8", ""},
+        {"OPEN/CLOSE 'data.txt' 0 (FREE)\n", "0 0 0 0", "1 2 3 4", "z"},
+        {"20 1(FREE)\n", "5 6 7 8", "5 6 7 8", ""},
+        {"         0    35.000(10e12.4)    0 TOP\n", "0 0 0 0", "35 35 35 35", "u"},
+        {"        201.0000E+00(2F2.0)\n", "0 0 0 0", "5 6 7 8", "o"},
+        {"\n", "0 0 0 0", "0 0 0 0", "u"},
+    };
+    for (const auto& [text, plain, model, used] : cases) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(test::text_of(read(text, {}).values), plain);
+        const Read by_model = read(text + "next", test::kModelRules);
+        EXPECT_EQ(test::text_of(by_model.values), model);
+        EXPECT_EQ(letters(by_model.used), used);
+        EXPECT_EQ(by_model.rest, "next");
+    }
+}
+
+TEST(ArrayRecord, Trace) {
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"CONSTANT 5  DELR\n", "[CONSTANT\t5\t DELR]\n"},
+        {"CONSTANT (F) 2\n", "[CONSTANT\t(F)\t2\t]\n"},
+        {"EXTERNAL 20 1.0(FREE) -1\n", "[EXTERNAL\t20\t1.0(FREE)\t-1]\n"},
+        {"OPEN/CLOSE data.txt 1 x\n", "[OPEN/CLOSE\tdata.txt\t1\tx]\n"},
+        {"20 1 (FREE)\n", "[20\t1\t(FREE)]\n"},
+    };
+    for (const auto& [text, trace] : cases) EXPECT_EQ(read(text, {}).trace, trace);
+}
+
+TEST(ArrayRecord, FaultsNamePlaceAndArray) {
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"# x\nEXTERNAL 29 1\n", "site.dis: line 2: no open file at unit 29 (TOP)"},
+        {"OPEN/CLOSE none.txt 1\n", "site.dis: line 1: cannot open none.txt (TOP)"},
+        {"INTERNAL 1\n1 2\n3\n", "site.dis: line 4: 4 values expected for TOP, 3 found"},
+        {"", "site.dis: line 1: the file ends before TOP"},
+    };
+    for (const TextRules& rules : {TextRules{}, test::kModelRules}) {
+        for (const auto& [text, problem] : cases) {
+            SCOPED_TRACE(problem);
+            const Read result = read(text, rules);
+            EXPECT_FALSE(result.found);
+            EXPECT_EQ(result.problems, Problems{problem});
+            EXPECT_EQ(result.values[3], 0.0);
+        }
+    }
+    const Read odd = read("INTERNAL 1\n1 2\nx 4\n", test::kModelRules);
+    EXPECT_TRUE(odd.found);
+    EXPECT_EQ(odd.problems, Problems{"site.dis: line 3: \"x\" in TOP is not a number, 0 is used"});
+}
+
+TEST(ArrayRecord, BinaryValuesWithAndWithoutHeader) {
+    const float reals[4] = {1.5F, 2.5F, -3.0F, 4.0F};
+    const std::int32_t whole[4] = {1, -1, 0, 7};
+    std::string header(44, '\0');
+    const std::int32_t size[3] = {2, 2, 1};
+    std::memcpy(header.data() + 32, size, sizeof size);
+    const std::string real_bytes(reinterpret_cast<const char*>(reals), sizeof reals);
+    const std::string whole_bytes(reinterpret_cast<const char*>(whole), sizeof whole);
+    for (const std::string& prefix : {std::string(), header}) {
+        const std::string control = "INTERNAL 2 (BINARY)\n" + prefix;
+        EXPECT_EQ(read(control + real_bytes, test::kModelRules).values, (Values{3, 5, -6, 8}));
+        EXPECT_EQ(read(control + whole_bytes, test::kModelRules, true).values, (Values{2, -2, 0, 14}));
+        EXPECT_FALSE(read(control + real_bytes.substr(1), test::kModelRules).found);
+    }
+}
+
+TEST(ArrayReader, HugeArrayInASmallFileIsRefusedBeforeItIsSized) {
+    test::MemoryStreams streams;
+    for (const char* control :
+         {"INTERNAL 1\n", "INTERNAL 1 (FREE)\n", "INTERNAL 1 (BINARY)\n", "INTERNAL 1 (10I1)\n"}) {
+        SCOPED_TRACE(control);
+        TextSource in = TextSource::of_text(std::string(control) + "1 2 3\n", "site.dis");
+        TextRules used;
+        Problems problems;
+        ArrayReader arrays(in, streams, test::kModelRules, used, problems);
+        Values values(3);
+        EXPECT_FALSE(arrays.read({100'000'000, 10'000, false, "TOP"}, values));
+        EXPECT_TRUE(values.empty());
+        EXPECT_TRUE(arrays.ended());
+        ASSERT_EQ(problems.size(), 1u);
+        EXPECT_NE(problems[0].find("100000000 values expected for TOP"), std::string::npos);
+    }
+}
+
+}  // namespace
+}  // namespace plx
