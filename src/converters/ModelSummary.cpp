@@ -1,0 +1,166 @@
+#include "plxutils/converters/ModelSummary.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+#include "converters/model_state.h"
+#include "formats/budget_records.h"
+#include "formats/layer_records.h"
+#include "platform/platform.h"
+
+namespace plx {
+namespace {
+
+struct Closer {
+    void operator()(std::FILE* f) const { std::fclose(f); }
+};
+
+void add_step(ResultSummary& out, int period, int step, double time) {
+    const bool known = !out.steps.empty() && out.steps.back().period == period && out.steps.back().step == step;
+    if (!known) out.steps.push_back({period, step, time});
+}
+
+void note_layout(ResultSummary& out, RecordFile& in, const ResultLayout& layout) {
+    in.set_layout(layout);
+    out.record_markers = layout.record_markers;
+    out.real_bytes = layout.real_bytes;
+}
+
+void describe_layers(RecordFile& in, ResultSummary& out) {
+    LayerRecord record;
+    bool cut = false;
+    while (next_head_record(in, record, cut)) {
+        const LayerHeader& h = record.header;
+        if (out.label.empty()) {
+            out.label = trimmed_label(h.label);
+            out.kind = out.label == "HEAD" ? "heads" : out.label == "DRAWDOWN" ? "drawdown" : "layers";
+            out.rows = h.rows;
+            out.columns = h.columns;
+        }
+        out.layers = std::max(out.layers, h.layer);
+        add_step(out, h.period, h.step, h.total_time);
+    }
+    if (cut) out.problem = "byte " + std::to_string(record.position) + ": the record is cut short";
+}
+
+const char* form_of(const BudgetHeader& h) {
+    if (!h.compact || h.type == 0 || h.type == 1) return "array";
+    return h.type == 2 || h.type == 5 ? "list" : "layer array";
+}
+
+std::int64_t cells_of(RecordFile& in, const BudgetRecord& record, const GridSize& grid) {
+    std::int64_t cells = 0;
+    const std::int64_t back = in.position();
+    read_budget_arrays(in, record, grid, [&](int, const double* values, const int*) {
+        cells += std::count_if(values, values + grid.per_layer(), [](double v) { return v != 0.0; });
+    });
+    in.seek(back);
+    return cells;
+}
+
+void describe_flows(RecordFile& in, ResultSummary& out) {
+    out.kind = "flows";
+    GridSize grid;
+    for (;;) {
+        BudgetRecord record;
+        const BudgetNext next = next_budget_record(in, grid, record);
+        if (next == BudgetNext::kEnd) return;
+        if (next != BudgetNext::kRecord) {
+            out.problem = "byte " + std::to_string(record.position) +
+                          (next == BudgetNext::kCutShort
+                               ? std::string(": the record is cut short")
+                               : ": record type " + std::to_string(record.header.type) + " is not known");
+            return;
+        }
+        const BudgetHeader& h = record.header;
+        grid = {h.layers, h.rows, h.columns};
+        out.layers = h.layers;
+        out.rows = h.rows;
+        out.columns = h.columns;
+        add_step(out, h.period, h.step, h.total_time);
+        auto term = std::find_if(out.terms.begin(), out.terms.end(),
+                                 [&](const TermSummary& t) { return t.label == h.label && t.form == form_of(h); });
+        if (term == out.terms.end()) term = out.terms.insert(term, {h.label, form_of(h), 0, 0});
+        ++term->records;
+        term->entries += term->form == "list" ? record.entries : cells_of(in, record, grid);
+    }
+}
+
+ResultSummary describe(std::FILE* file, const std::string& path) {
+    ResultSummary out;
+    out.file = display_name(path);
+    out.kind = "missing";
+    if (file == nullptr) {
+        out.problem = "the file cannot be opened";
+        return out;
+    }
+    RecordFile in(file, out.file);
+    if (const auto layers = detect_layer_layout(file)) {
+        note_layout(out, in, *layers);
+        if (in.seek(0)) describe_layers(in, out);
+    } else if (const auto flows = detect_budget_layout(file)) {
+        note_layout(out, in, *flows);
+        if (in.seek(0)) describe_flows(in, out);
+    } else {
+        out.kind = "unreadable";
+        out.problem = in.size() == 0 ? "the file is empty" : "byte 0: no head or budget record begins here";
+    }
+    return out;
+}
+
+LayerSummary describe_layer(const ModelState& model, int layer) {
+    LayerSummary out;
+    const auto k = static_cast<std::size_t>(layer);
+    const std::size_t per_layer = model.size().per_layer();
+    for (std::size_t i = 0; !model.flags.empty() && i < per_layer; ++i) {
+        const bool active = model.flags.active(k * per_layer + i);
+        out.active += active ? 1 : 0;
+        out.constant_head += active && model.flags.constant_head(k * per_layer + i) ? 1 : 0;
+    }
+    if (k < model.geometry.tops.size() && per_layer > 0) {
+        const auto [low_top, high_top] = std::minmax_element(model.geometry.tops[k]->begin(), model.geometry.tops[k]->end());
+        const auto [low, high] = std::minmax_element(model.geometry.bottoms[k]->begin(), model.geometry.bottoms[k]->end());
+        out.top_min = *low_top;
+        out.top_max = *high_top;
+        out.bottom_min = *low;
+        out.bottom_max = *high;
+    }
+    return out;
+}
+
+double extent(const std::vector<double>& edges) {
+    if (edges.empty()) return 0.0;
+    const auto [low, high] = std::minmax_element(edges.begin(), edges.end());
+    return *high - *low;
+}
+
+}  // namespace
+
+ModelSummary summarize_model(ConverterFactory& factory) {
+    ModelState& model = plx_model_state(factory);
+    ModelSummary out;
+    out.layers = factory.nlay;
+    out.rows = factory.nrow;
+    out.columns = factory.ncol;
+    out.width = extent(model.geometry.column_edges);
+    out.height = extent(model.geometry.row_edges);
+    out.time_units = factory.time_units.c_str();
+    out.length_units = factory.length_units.c_str();
+    for (int k = 0; k < factory.nlay; ++k) out.layer.push_back(describe_layer(model, k));
+    for (const StressPeriod& p : model.periods.periods) out.periods.push_back({p.length, p.steps, p.steady});
+    for (const NameFileEntry& entry : model.name_entries) {
+        if (entry.type != "DATA(BINARY)") continue;
+        std::FILE* file = model.streams.file(entry.unit);
+        if (file != nullptr) platform::seek(file, 0, SEEK_SET);
+        out.results.push_back(describe(file, entry.path));
+    }
+    return out;
+}
+
+ResultSummary summarize_result_file(const char* path) {
+    const std::unique_ptr<std::FILE, Closer> file(platform::open_file(path == nullptr ? "" : path, "rb"));
+    return describe(file.get(), path == nullptr ? "" : path);
+}
+
+}  // namespace plx

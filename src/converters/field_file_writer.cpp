@@ -1,0 +1,46 @@
+#include "converters/field_file_writer.h"
+
+namespace plx {
+
+std::string companion_column(const std::string& name) { return "FILE \"" + name + "\" ROW 2 COLS 1"; }
+
+void FieldFileWriter::definition(const char* keyword, const std::vector<FieldData>& data) {
+    int index = 0;
+    for (const FieldData& d : data) {
+        out_.text(keyword).put(' ').integer(index++);
+        out_.text(" \"").text(d.name).text("\" \"").text(d.units).text("\" ").text(d.source).put('\n');
+    }
+}
+
+void FieldFileWriter::header(const FieldHeader& field) {
+    out_.text("# ").text(field.comment).text("\nDEFINITION Mesh");
+    if (!field.node_data.empty()) out_.text("+Node_Data");
+    if (!field.cell_data.empty()) out_.text("+Cell_Data");
+    out_.text("\nNSPACE 3\nNNODES ").integer(field.nodes).put('\n');
+    if (!field.node_data.empty()) {
+        out_.text("NUM_NODE_DATA ").integer(static_cast<int>(field.node_data.size())).put('\n');
+    }
+    if (!field.cell_data.empty()) {
+        out_.text("NUM_CELL_DATA ").integer(static_cast<int>(field.cell_data.size())).put('\n');
+    }
+    out_.text("NCELL_SETS ").integer(static_cast<int>(field.cell_sets.size())).put('\n');
+    out_.text("NODES FILE \"").text(field.node_file).text("\" ROW 2 X 1 Y 2 Z 3\n");
+    definition("NODE_DATA_DEF", field.node_data);
+    int index = 0;
+    for (const CellSet& set : field.cell_sets) {
+        out_.text("CELL_SET_DEF ").integer(index++).put(' ').integer(set.cells).put(' ').text(set.type);
+        out_.text(" \"").text(set.name).text("\" FILE \"").text(field.connectivity_file).text("\" ROW ");
+        out_.integer(set.first_row).put('\n');
+    }
+    definition("CELL_DATA_DEF", field.cell_data);
+}
+
+void FieldFileWriter::begin_node_data(const FieldHeader& field) {
+    if (!field.node_data.empty()) out_.text("NODE_DATA_START\n");
+}
+
+void FieldFileWriter::begin_cell_data(const FieldHeader& field) {
+    if (!field.cell_data.empty()) out_.text("CELL_DATA_START\n");
+}
+
+}  // namespace plx

@@ -1,0 +1,224 @@
+#include "converters/head_results.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+#include "converters/model_state.h"
+#include "plxutils/core/ArrayPosition.h"
+
+namespace plx {
+namespace {
+
+void trace_header(const LayerHeader& h) {
+    std::printf("[%d %d][%f %f][%s][%d %d %d]\n", h.step, h.period, h.period_time, h.total_time, h.label.c_str(),
+                h.columns, h.rows, h.layer);
+}
+
+std::string at_byte(const RecordFile& file, std::int64_t position) {
+    return file.name() + ": byte " + std::to_string(position);
+}
+
+/// Notes a record's step in the time table; false, after the array's bound message, when the table has no such step.
+bool note_step(ModelState& model, const LayerHeader& h) {
+    std::printf("Attempting to set value in time conversion %d, %d, to %f\n", h.period - 1, h.step - 1,
+                h.total_time);
+    const int steps = model.periods.largest_steps();
+    const bool inside = h.period >= 1 && h.period <= model.factory.nper && h.step >= 1 && h.step <= steps;
+    if (!inside) {
+        // The bound message of a table of periods and steps.
+        ArrayPosition(model.factory.nper, steps, 1, 1)(h.period - 1, h.step - 1, 0, 0);
+        return false;
+    }
+    model.times[{h.period - 1, h.step - 1}] = h.total_time;
+    return true;
+}
+
+std::string grid_mismatch(const RecordFile& file, std::int64_t position, const LayerHeader& h, const GridSize& size) {
+    return at_byte(file, position) + ": a layer of " + std::to_string(h.rows) + " rows and " +
+           std::to_string(h.columns) + " columns, the model has " + std::to_string(size.rows) + " and " +
+           std::to_string(size.columns);
+}
+
+/// Every record counts, a step is all layers in order, and the model's own size decides where the next one begins.
+void scan_plain(ModelState& model) {
+    RecordFile& in = *model.heads.file;
+    const GridSize size = model.size();
+    const auto layer_bytes = static_cast<std::int64_t>(4 * size.per_layer());
+    bool other_grid = false;
+    while (!in.at_end()) {
+        const std::int64_t position = in.position();
+        LayerHeader h;
+        if (!read_head_header(in, h)) break;
+        const bool inside = note_step(model, h);
+        trace_header(h);
+        if (!other_grid && (h.columns != size.columns || h.rows != size.rows)) {
+            other_grid = true;
+            model.fail(grid_mismatch(in, position, h, size));
+        }
+        if (inside) model.heads.positions[{h.period - 1, h.step - 1}] = {position};
+        const std::int64_t rest = layer_bytes + (size.layers - 1) * (44 + layer_bytes);
+        if (!in.skip(rest)) {
+            model.note(at_byte(in, position) + ": the heads of this step are cut short");
+            break;
+        }
+    }
+}
+
+/// Only records labelled HEAD count, each for the layer that it names.
+void scan_by_label(ModelState& model) {
+    RecordFile& in = *model.heads.file;
+    const GridSize size = model.size();
+    ReadingRules& used = model.factory.report.rules_used;
+    LayerRecord record;
+    bool cut = false;
+    int expected = 1;
+    while (next_head_record(in, record, cut)) {
+        const LayerHeader& h = record.header;
+        if (trimmed_label(h.label) != "HEAD") {
+            used.head_records_only = true;
+            continue;
+        }
+        trace_header(h);
+        if (h.columns != size.columns || h.rows != size.rows || h.layer < 1 || h.layer > size.layers) {
+            model.fail(h.layer < 1 || h.layer > size.layers
+                           ? at_byte(in, record.position) + ": layer " + std::to_string(h.layer) + ", the model has " +
+                                 std::to_string(size.layers)
+                           : grid_mismatch(in, record.position, h, size));
+            return;
+        }
+        if (!note_step(model, h)) continue;
+        if (h.layer != expected) used.head_records_only = true;
+        expected = h.layer % size.layers + 1;
+        auto& layers = model.heads.positions[{h.period - 1, h.step - 1}];
+        layers.resize(static_cast<std::size_t>(size.layers), -1);
+        layers[static_cast<std::size_t>(h.layer - 1)] = record.position;
+    }
+    if (cut) model.note(at_byte(in, record.position) + ": the record is cut short");
+}
+
+/// The converters' plain meaning of a head value.
+float plain_head(float h, double bottom) {
+    if (static_cast<double>(h) > 100000.0) return static_cast<float>(bottom - 10.0);
+    if (h == -888.0F) return static_cast<float>(bottom);
+    return h;
+}
+
+void load_plain(ModelState& model, std::int64_t position) {
+    HeadResults& heads = model.heads;
+    const GridSize size = model.size();
+    if (!heads.file->seek(position)) return;
+    for (int k = 0; k < size.layers; ++k) {
+        LayerHeader h;
+        if (!read_head_header(*heads.file, h)) return;
+        trace_header(h);
+        if (h.layer - 1 != k) std::printf("Layer check failed\n");
+        float* layer = heads.values.data() + static_cast<std::size_t>(k) * size.per_layer();
+        if (!heads.file->read_reals(layer, size.per_layer())) return;
+        const auto& bottoms = *model.geometry.bottoms[static_cast<std::size_t>(k)];
+        for (std::size_t cell = 0; cell < size.per_layer(); ++cell) {
+            layer[cell] = plain_head(layer[cell], bottoms[cell]);
+        }
+    }
+}
+
+/// Turns the values that stand for "no head" into not-a-number and notes whether the plain meaning was another.
+class NoHeadRule {
+public:
+    NoHeadRule(const ModelState& model, bool& used)
+        : flags_(model.flags),
+          no_flow_(model.has_no_flow_head ? static_cast<float>(model.no_flow_head) : kNone),
+          dry_(model.dry_head ? static_cast<float>(*model.dry_head) : kNone),
+          used_(used) {}
+
+    float operator()(float h, std::size_t cell) const {
+        const bool marker = std::fabs(h) >= 1e29F || h == -888.0F || h == -999.0F || std::isnan(h);
+        // HNOFLO and HDRY are ordinary numbers in many models, and a constant head may be one of them.
+        const bool own = !flags_.constant_head(cell) && (h == no_flow_ || h == dry_);
+        if (!flags_.active(cell)) return marker || own ? kNone : h;
+        if (marker || own) {
+            if (h != -888.0F) used_ = true;
+            return kNone;
+        }
+        if (h > 100000.0F) used_ = true;
+        return h;
+    }
+
+private:
+    static constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+    const CellFlags& flags_;
+    float no_flow_, dry_;
+    bool& used_;
+};
+
+void load_by_layer(ModelState& model, const std::vector<std::int64_t>& positions) {
+    HeadResults& heads = model.heads;
+    const GridSize size = model.size();
+    const NoHeadRule rule(model, model.factory.report.rules_used.model_no_flow_heads);
+    const bool own_markers = model.factory.reading_rules.model_no_flow_heads;
+    for (std::size_t k = 0; k < positions.size(); ++k) {
+        LayerHeader h;
+        if (positions[k] < 0 || !heads.file->seek(positions[k]) || !read_head_header(*heads.file, h)) continue;
+        trace_header(h);
+        const std::size_t first = k * size.per_layer();
+        float* layer = heads.values.data() + first;
+        if (!heads.file->read_reals(layer, size.per_layer())) {
+            std::fill(layer, layer + size.per_layer(), std::numeric_limits<float>::quiet_NaN());
+            continue;
+        }
+        const auto& bottoms = *model.geometry.bottoms[k];
+        for (std::size_t cell = 0; cell < size.per_layer(); ++cell) {
+            layer[cell] = own_markers ? rule(layer[cell], first + cell) : plain_head(layer[cell], bottoms[cell]);
+        }
+    }
+}
+
+}  // namespace
+
+void scan_heads(ModelState& model) {
+    ConverterFactory& f = model.factory;
+    std::FILE* stream = model.streams.file(f.hed_unit);
+    if (stream == nullptr) return;
+    std::printf("Reading head with %d stress_periods and %d tot_timesteps\n", f.nper, f.total_steps);
+    model.heads.positions.clear();
+    const std::string name = display_name(model.streams.path(f.hed_unit));
+    const auto layout = detect_layer_layout(stream);
+    model.heads.file = std::make_unique<RecordFile>(stream, name);
+    const bool plain_layout = !layout || (!layout->record_markers && layout->real_bytes == 4);
+    if (!layout) {
+        if (model.heads.file->size() > 0) model.fail(name + ": byte 0: no head record begins here");
+        if (f.reading_rules.head_records_only) return;
+    } else if (!plain_layout && !f.reading_rules.detect_result_layout) {
+        model.fail(name + ": byte 0: the file has 64-bit reals or Fortran record markers, which are not read by "
+                          "these rules");
+        return;
+    } else if (!plain_layout) {
+        f.report.rules_used.detect_result_layout = true;
+        model.heads.file->set_layout(*layout);
+    }
+    if (f.reading_rules.head_records_only) {
+        scan_by_label(model);
+    } else {
+        scan_plain(model);
+    }
+}
+
+void load_heads(ModelState& model) {
+    HeadResults& heads = model.heads;
+    const auto found = heads.positions.find({model.current.period, model.current.step});
+    const bool by_layer = model.factory.reading_rules.head_records_only;
+    heads.values.assign(model.size().cells(), by_layer ? std::numeric_limits<float>::quiet_NaN() : 0.0F);
+    if (heads.positions.empty()) {
+        std::printf("Head data not found.\r");
+        return;
+    }
+    // Without active cells nobody asks for a head.
+    if (found == heads.positions.end() || model.geometry.bottoms.empty() || model.flags.empty()) return;
+    if (by_layer) {
+        load_by_layer(model, found->second);
+    } else {
+        load_plain(model, found->second.front());
+    }
+}
+
+}  // namespace plx

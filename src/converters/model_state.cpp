@@ -1,0 +1,49 @@
+#include "converters/model_state.h"
+
+#include <cstdio>
+
+namespace plx {
+
+ModelState::ModelState(ConverterFactory& owner)
+    : factory(owner), streams(owner.unit_files, [&owner] {
+          return std::string(owner.project_file.GetDirectoryName().c_str());
+      }) {}
+
+TextRules ModelState::text_rules() const {
+    const ReadingRules& rules = factory.reading_rules;
+    TextRules text;
+    text.skip_empty_words = rules.skip_empty_words;
+    text.unit_zero_is_constant = rules.unit_zero_is_constant;
+    text.zero_multiplier_is_one = rules.zero_multiplier_is_one;
+    text.obey_formats = rules.obey_array_formats;
+    text.tab_separates = rules.tab_separates_words;
+    return text;
+}
+
+void ModelState::note_text_rules() {
+    ReadingRules& used = factory.report.rules_used;
+    used.skip_empty_words |= text_used.skip_empty_words;
+    used.unit_zero_is_constant |= text_used.unit_zero_is_constant;
+    used.zero_multiplier_is_one |= text_used.zero_multiplier_is_one;
+    used.obey_array_formats |= text_used.obey_formats;
+    used.tab_separates_words |= text_used.tab_separates;
+}
+
+void ModelState::report_problems() {
+    for (const std::string& problem : problems) fail(problem);
+    problems.clear();
+}
+
+void ModelState::fail(const std::string& text) {
+    std::printf("%s\n", text.c_str());
+    factory.report.errors.push_back(text);
+}
+
+void ModelState::note(const std::string& text) { factory.report.errors.push_back(text); }
+
+void ModelState::warn(const std::string& text) {
+    std::printf("%s\n", text.c_str());
+    factory.report.warnings.push_back(text);
+}
+
+}  // namespace plx

@@ -1,0 +1,29 @@
+#include "converters/output_paths.h"
+
+#include <string>
+
+#include "platform/platform.h"
+
+namespace plx {
+
+OutputPaths::OutputPaths(const ConverterFactory& factory) {
+    root = factory.output_folder.length() == 0
+               ? factory.project_file.GetDirectoryName()
+               : VXFile(factory.output_folder, "x").GetDirectoryName();
+    title = factory.project_file.GetFileTitle();
+    title.Replace(" ", "_");
+    title.Replace("\t", "_");
+    title.Replace("\"", "");
+}
+
+VXFile OutputPaths::below(const char* folder, const String& name) const {
+    return VXFile(root + "\\" + folder, name);
+}
+
+void OutputPaths::make_folder(const char* name) const { platform::make_directory((root + "\\" + name).c_str()); }
+
+std::string general_reference(const VXFile& file) {
+    return "..\\GENERAL\\" + std::string(file.GetFileName().c_str());
+}
+
+}  // namespace plx

@@ -1,0 +1,185 @@
+#include "converters/project_steps.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <string_view>
+
+#include "converters/transport.h"
+#include "platform/platform.h"
+
+namespace plx {
+namespace {
+
+enum class Role { kNone, kHeads, kFlows };
+
+/// The converters' plain rule: the extension as it is spelt.
+Role role_by_extension(const std::string& name) {
+    const std::string extension = name.substr(name.find_last_of('.') + 1);
+    if (extension == "hds" || extension == "hed") return Role::kHeads;
+    if (extension == "cbb" || extension == "bud") return Role::kFlows;
+    return Role::kNone;
+}
+
+/// First bytes of an MT3D flow-link file, with or without a Fortran record marker before them.
+bool begins_with_link_label(std::FILE* file, bool markers_too) {
+    std::array<char, 15> head{};
+    platform::seek(file, 0, SEEK_SET);
+    const std::size_t got = std::fread(head.data(), 1, head.size(), file);
+    platform::seek(file, 0, SEEK_SET);
+    for (const std::size_t at : {std::size_t{0}, std::size_t{4}}) {
+        if (got < at + 11 || (at > 0 && !markers_too)) continue;
+        std::string label(head.data() + at, 11);
+        std::transform(label.begin(), label.end(), label.begin(),
+                       [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+        if (label == "MT3D3.00.99" || label == "MT3D4.00.00") return true;
+    }
+    return false;
+}
+
+Role role_by_content(std::FILE* file) {
+    if (begins_with_link_label(file, true)) return Role::kNone;
+    if (const auto layout = detect_layer_layout(file)) {
+        RecordFile in(file, "");
+        in.set_layout(*layout);
+        LayerHeader header;
+        const bool heads = in.seek(0) && read_head_header(in, header) && trimmed_label(header.label) == "HEAD";
+        platform::seek(file, 0, SEEK_SET);
+        return heads ? Role::kHeads : Role::kNone;
+    }
+    return detect_budget_layout(file) ? Role::kFlows : Role::kNone;
+}
+
+void assign_role(ModelState& model, const NameFileEntry& entry) {
+    ConverterFactory& f = model.factory;
+    std::FILE* file = model.streams.file(entry.unit);
+    const Role by_name = role_by_extension(entry.name);
+    Role role = by_name;
+    if (f.reading_rules.result_files_by_content) {
+        role = role_by_content(file);
+        // A link file stands in for a flow file where its name says so and no flow file is there.
+        if (role == Role::kNone && by_name == Role::kFlows && begins_with_link_label(file, true)) role = by_name;
+        if (role != by_name) f.report.rules_used.result_files_by_content = true;
+    }
+    if (role == Role::kHeads) {
+        f.hed_unit = entry.unit;
+        f.head_file = VXFile(entry.path.c_str());
+    } else if (role == Role::kFlows) {
+        const bool link = begins_with_link_label(file, true);
+        if (link && !model.flow_units.empty()) return;
+        f.ccf_unit = entry.unit;
+        f.flow_file = VXFile(entry.path.c_str());
+        if (!link && f.reading_rules.result_files_by_content) model.flow_units.push_back(entry.unit);
+    }
+}
+
+const char* text_for(const NameFileEntry& entry, const NameFileTexts& texts) {
+    if (entry.type == "BAS6") return texts.basic;
+    if (entry.type == "DIS") return texts.discretization;
+    if (entry.type != "DATA(BINARY)") return texts.other;
+    const Role role = role_by_extension(entry.name);
+    if (role == Role::kHeads) return texts.heads;
+    return role == Role::kFlows ? texts.flows : texts.other;
+}
+
+void switch_off_heads(ModelState& model) {
+    ConverterFactory& f = model.factory;
+    if (f.out_head_nodes || f.out_head_cells) model.warn("no head file: heads are left out");
+    f.out_head_nodes = f.out_head_cells = false;
+}
+
+void switch_off_flows(ModelState& model) {
+    model.factory.out_ccf = model.factory.out_boundary_flows = false;
+}
+
+void scan_flow_file(ModelState& model) {
+    ConverterFactory& f = model.factory;
+    std::FILE* file = model.streams.file(f.ccf_unit);
+    if (file == nullptr && f.out_ccf) model.warn("no flow file: flows are left out");
+    if (file == nullptr || !f.out_ccf) {
+        switch_off_flows(model);
+        return;
+    }
+    if (begins_with_link_label(file, f.reading_rules.detect_result_layout)) {
+        f.mt3d_ccf_mode = 1;
+        f.parseMT3D_CCF_datapos();
+    } else {
+        f.parseCCF_datapos();
+    }
+}
+
+/// Fills the step times from the flow file, or from a head file whose heads nobody asked for.
+void take_steps_elsewhere(ModelState& model) {
+    ConverterFactory& f = model.factory;
+    if (!model.times.empty()) return;
+    const bool flows_there = model.streams.file(f.ccf_unit) != nullptr && f.mt3d_ccf_mode == 0;
+    if (flows_there && !f.out_ccf) f.parseCCF_datapos();
+    for (const auto& [step, time] : model.flows.times) {
+        if (step.first >= f.nper || step.second >= model.periods.largest_steps()) continue;
+        model.times[step] = time >= 0.0 ? time : model.periods.end_time(step.first, step.second);
+    }
+    if (model.times.empty() && model.streams.file(f.hed_unit) != nullptr) f.parseHED_datapos();
+    if (!model.times.empty()) f.report.rules_used.steps_from_flow_file = true;
+}
+
+}  // namespace
+
+bool read_name_entries(ModelState& model) {
+    ConverterFactory& f = model.factory;
+    if (f.name_file.GetFilePath().length() == 0) {
+        std::printf("MODFLOW:: No NAM file detected.\n");
+        return false;
+    }
+    if (!read_name_file(f.name_file, model.name_entries)) {
+        std::printf("MODFLOW:: Error opening NAM file.\n");
+        model.note(display_name(f.name_file.GetFilePath().c_str()) + ": the name file cannot be opened");
+        return false;
+    }
+    std::erase_if(model.name_entries, [&](const NameFileEntry& entry) {
+        if (VXFile(entry.path.c_str()).GetFilePath() != f.name_file.GetFilePath()) return false;
+        model.fail(display_name(entry.path) + ": line " + std::to_string(entry.line) + ": the name file names itself");
+        return true;
+    });
+    return true;
+}
+
+bool open_entry(ModelState& model, const NameFileEntry& entry, const NameFileTexts& texts) {
+    if (!model.streams.open_unit(entry.unit, entry.path)) {
+        std::printf(text_for(entry, texts), entry.path.c_str());
+        const std::string where = display_name(model.factory.name_file.GetFilePath().c_str()) + ": line " +
+                                  std::to_string(entry.line) + ": ";
+        if (entry.unit < 0 || entry.unit > UnitStreams::kMaxUnit) {
+            model.note(where + "unit " + std::to_string(entry.unit) + " is out of range");
+        } else if (entry.type == "BAS6" || entry.type == "BAS" || entry.type == "DIS" || entry.type == "BCF") {
+            model.note(where + entry.name + " cannot be opened");
+        } else if (entry.type == "DATA(BINARY)") {
+            model.warn(where + entry.name + " is not there");
+        }
+        return false;
+    }
+    if (entry.type == "DATA(BINARY)") assign_role(model, entry);
+    return true;
+}
+
+void scan_results(ModelState& model) {
+    ConverterFactory& f = model.factory;
+    if (model.streams.file(f.hed_unit) == nullptr) {
+        switch_off_heads(model);
+    } else if (f.out_head_nodes || f.out_head_cells) {
+        f.parseHED_datapos();
+    }
+    scan_flow_file(model);
+    if (f.reading_rules.steps_from_flow_file) take_steps_elsewhere(model);
+    if (f.out_mt3d) find_concentrations(model);
+}
+
+TextSource* text_input(ModelState& model, int unit, const char* what) {
+    TextSource* in = model.streams.unit(unit);
+    // A file that could not be opened has been told already.
+    if (in == nullptr && model.factory.report.errors.empty()) {
+        model.note(std::string(what) + ": no open file at unit " + std::to_string(unit));
+    }
+    return in;
+}
+
+}  // namespace plx

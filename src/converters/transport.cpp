@@ -1,0 +1,216 @@
+#include "converters/transport.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <limits>
+
+#include "converters/model_state.h"
+#include "formats/concentration_records.h"
+#include "formats/mt3d_settings.h"
+#include "platform/platform.h"
+
+namespace plx {
+namespace {
+
+constexpr int kMostSpecies = 50;
+
+std::string three_digits(int number) {
+    std::string text = std::to_string(number);
+    return std::string(3 - std::min<std::size_t>(text.size(), 3), '0') + text;
+}
+
+std::string at_byte(const RecordFile& file, std::int64_t position) {
+    return file.name() + ": byte " + std::to_string(position) + ": ";
+}
+
+const char* message_of(ConcentrationField field) {
+    switch (field) {
+        case ConcentrationField::kTransportStep:
+            return "MT3D : parseConcentration - Invalid Transport Step\n";
+        case ConcentrationField::kStep:
+            return "MT3D : parseConcentration - Invalid Timestep Index\n";
+        case ConcentrationField::kPeriod:
+            return "MT3D : parseConcentration - Invalid Time Period Index\n";
+        case ConcentrationField::kTime:
+            return "MT3D : parseConcentration - Invalid Time\n";
+        case ConcentrationField::kText:
+            return "MT3D : parseConcentration - Invalid Text\n";
+        case ConcentrationField::kColumns:
+            return "MT3D : parseConcentration - Invalid NCOL\n";
+        // The x is part of the text that hosts look for.
+        case ConcentrationField::kRows:
+            return "MT3D : parseConcentration - Invalid NROWx\n";
+        case ConcentrationField::kLayer:
+            return "MT3D : parseConcentration - Invalid ILAY\n";
+        default:
+            return "MT3D : parseConcentration - Invalid concentration value\n";
+    }
+}
+
+/// Names to try under the conversion's rules.
+std::vector<std::string> names_to_try(const ModelState& model, int number) {
+    const std::string title = model.factory.project_file.GetFileTitle().c_str();
+    if (!model.factory.reading_rules.result_files_by_content) {
+        return species_file_names(title, number, model.transport.naming_style);
+    }
+    const std::string digits = three_digits(number);
+    return {title + digits + ".ucn", title + "." + digits + ".ucn", "mt3d" + digits + ".ucn"};
+}
+
+/// Sets up the reading of an open file; false after a message for one that does not belong to the model.
+bool adopt_species(ModelState& model, const std::string& path, SpeciesFile& species) {
+    const std::string name = display_name(path);
+    species.file = std::make_unique<RecordFile>(species.stream.get(), name);
+    const auto layout = detect_layer_layout(species.stream.get());
+    if (!layout) {
+        model.fail(name + ": byte 0: no concentration record begins here");
+        return false;
+    }
+    if (!adopt_layout(model, *species.file, *layout)) return false;
+    const std::string fault = check_first_concentrations(*species.file, model.size(), species.time_bytes);
+    if (!fault.empty()) model.fail(fault);
+    return fault.empty();
+}
+
+void add_species(ModelState& model, int number) {
+    const String folder = model.factory.project_file.GetDirectoryName();
+    const std::vector<std::string> names = names_to_try(model, number);
+    SpeciesFile species;
+    species.number = number;
+    VXFile tried;
+    for (std::size_t i = 0; i < names.size() && !species.stream; ++i) {
+        tried = VXFile(folder, names[i].c_str());
+        species.stream.reset(platform::open_file(tried.GetFilePath().c_str(), "rb"));
+        if (species.stream && i == 2) model.factory.report.rules_used.result_files_by_content = true;
+    }
+    if (!species.stream) {
+        std::printf("MT3D : Write_File - Error opening %s for input\n",
+                    VXFile(folder, names.front().c_str()).GetFilePath().c_str());
+    } else if (adopt_species(model, tried.GetFilePath().c_str(), species)) {
+        model.transport.species.push_back(std::move(species));
+    }
+}
+
+/// Tells why there is no further time: a file cut within it, or one that ends before the others.
+void tell_end(ModelState& model, const SpeciesFile& species, int layer, std::int64_t position) {
+    const RecordFile& file = *species.file;
+    if (layer > 0 || position < file.size()) {
+        model.note(at_byte(file, position) + "the concentrations of this time are cut short");
+        model.warn(file.name() + ": the transport results end with the last time that is whole");
+        return;
+    }
+    const auto& all = model.transport.species;
+    const bool first = &species == &all.front();
+    const bool others_go_on =
+        std::any_of(all.begin(), all.end(), [](const SpeciesFile& s) { return !s.file->at_end(); });
+    if (first && !others_go_on) return;
+    model.warn(file.name() + ": ends before the other species do, whose later times are left out");
+}
+
+/// Species are written together, as if all stood at the last one's time.
+void compare_times(ModelState& model, const SpeciesFile& species, float time, float first_time) {
+    if (time == first_time || model.transport.told_other_times) return;
+    model.transport.told_other_times = true;
+    model.warn(species.file->name() + ": stands at time " + std::to_string(time) +
+               " where the first species is at " + std::to_string(first_time));
+}
+
+/// Reads one layer; false after a message.
+bool read_layer(ModelState& model, SpeciesFile& species, int layer, double* values, float& time) {
+    RecordFile& in = *species.file;
+    const std::int64_t position = in.position();
+    LayerHeader header;
+    ConcentrationField field = read_concentration_header(in, header);
+    if (field == ConcentrationField::kNone) {
+        const std::string fault = concentration_grid_fault(header, model.size(), layer + 1);
+        if (!fault.empty()) {
+            model.fail(at_byte(in, position) + fault);
+            return false;
+        }
+        if (!in.read_reals(values, model.size().per_layer())) field = ConcentrationField::kValues;
+    }
+    time = static_cast<float>(header.total_time);
+    if (field == ConcentrationField::kNone) return true;
+    std::printf("%s", message_of(field));
+    tell_end(model, species, layer, position);
+    return false;
+}
+
+}  // namespace
+
+std::vector<std::string> species_file_names(const std::string& title, int number, int style) {
+    const std::string digits = three_digits(number);
+    if (style == 0) return {title + std::to_string(number) + ".ucn"};
+    if (style == 1) return {title + "." + digits + ".ucn"};
+    return {title + digits + ".ucn", title + "." + digits + ".ucn"};
+}
+
+void find_concentrations(ModelState& model) {
+    std::printf("Determing MT3D file names\n");
+    model.transport.species.clear();
+    // A model without cells, of which nothing was read, has no grid that a file could fit.
+    if (model.flags.empty() || model.size().cells() == 0) return;
+    for (int number = 1; number <= kMostSpecies; ++number) add_species(model, number);
+}
+
+bool has_concentrations(const ModelState& model) { return !model.transport.species.empty(); }
+
+int count_transport_times(const ModelState& model) {
+    std::int64_t times = has_concentrations(model) ? std::numeric_limits<int>::max() : 0;
+    for (const SpeciesFile& species : model.transport.species) {
+        times = std::min(times, species.time_bytes > 0 ? species.file->size() / species.time_bytes : 0);
+    }
+    return static_cast<int>(times);
+}
+
+bool read_transport_time(ModelState& model, VXArray<double>& values, float& time) {
+    auto& all = model.transport.species;
+    if (all.empty()) return false;
+    const GridSize size = model.size();
+    const int cells = static_cast<int>(size.cells()), count = static_cast<int>(all.size());
+    const bool sized = values.dims.ires() == cells && values.dims.jres() == count &&
+                       values.dims.kres() == 1 && values.dims.veclen() == 1;
+    if (!sized && !values.SetDimensions(cells, count, 1, 1)) {
+        model.fail("no memory for " + std::to_string(count) + " concentrations in each of " +
+                   std::to_string(cells) + " cells");
+        return false;
+    }
+    double* next = values.data;
+    float first_time = 0.0F;
+    for (SpeciesFile& species : all) {
+        for (int layer = 0; layer < size.layers; ++layer, next += size.per_layer()) {
+            if (!read_layer(model, species, layer, next, time)) return false;
+        }
+        if (&species == &all.front()) first_time = time;
+        compare_times(model, species, time, first_time);
+    }
+    return true;
+}
+
+}  // namespace plx
+
+int ConverterFactory::parseConcentration(VXArray<double>& values, float& time) {
+    return plx::read_transport_time(model(), values, time) ? 1 : 0;
+}
+
+void ConverterFactory::parseMTS() {
+    // Every converter prints this line, whatever its class: hosts look for it.
+    std::printf("GMS_HDF5_Converter parseMTS\n");
+    plx::ModelState& m = model();
+    plx::Mt3dSettings settings;
+    if (!plx::read_mt3d_settings(mt3d_project_file, settings, m.problems)) {
+        const String name = mt3d_project_file.GetFileName();
+        std::printf("MT3D : Write_File - Error opening .mts file [%s]\n", name.c_str());
+        if (name.length() > 0) m.note(std::string(name.c_str()) + ": the MT3D settings cannot be opened");
+        return;
+    }
+    for (const std::string& species : settings.species)
+        species_names[species_names.GetSize()] = species.c_str();
+    if (settings.start_date) start_date = *settings.start_date;
+    if (settings.old_version) m.transport.naming_style = 1;
+    m.transport.time_units = settings.time_units;
+    m.report_problems();
+    std::printf("End of species list\n");
+    if (species_names.GetSize() == 0) std::printf("Project contains no MT3D data.\n");
+}

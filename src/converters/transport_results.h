@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "formats/record_file.h"
+
+namespace plx {
+
+/// The concentration file of one species, open for reading.
+struct SpeciesFile {
+    struct Closer {
+        void operator()(std::FILE* f) const { std::fclose(f); }
+    };
+    int number = 0;  ///< of the species, from 1
+    std::unique_ptr<std::FILE, Closer> stream;
+    std::unique_ptr<RecordFile> file;
+    std::int64_t time_bytes =
+        0;  ///< size of the first transport time, all layers; 0 when the file is shorter
+};
+
+/// Transport results of a conversion: one open file per species that was found.
+struct TransportResults {
+    /// How the transport model names its files: 0 and 1 see species_file_names, anything else is the third
+    /// way.
+    int naming_style = 2;
+    std::vector<SpeciesFile> species;
+    std::string time_units;         ///< as the MT3D settings give them; dates follow the flow model's unit
+    bool told_other_times = false;  ///< species that stand at different times were warned of
+};
+
+}  // namespace plx

@@ -1,0 +1,74 @@
+#include "converters/unit_streams.h"
+
+#include "formats/name_file.h"
+#include "platform/host_path.h"
+#include "platform/platform.h"
+
+namespace plx {
+
+std::string display_name(const std::string& stored) {
+    std::string name = platform::native_path(stored);
+    if (name.empty()) name = stored;
+    return name.substr(name.find_last_of("/\\") + 1);
+}
+
+UnitStreams::UnitStreams(VX1DArray<std::FILE*>& files, std::function<std::string()> folder)
+    : files_(files), folder_(std::move(folder)) {}
+
+UnitStreams::~UnitStreams() {
+    while (!paths_.empty()) close_unit(paths_.begin()->first);
+}
+
+void UnitStreams::close_unit(int number) {
+    if (std::FILE* open = file(number)) {
+        texts_.erase(open);
+        std::fclose(open);
+        files_[number] = nullptr;
+    }
+    paths_.erase(number);
+}
+
+bool UnitStreams::open_unit(int number, const std::string& path) {
+    if (number < 0 || number > kMaxUnit) return false;
+    close_unit(number);
+    std::FILE* opened = platform::open_file(path.c_str(), "rb");
+    if (opened == nullptr) return false;
+    files_[number] = opened;
+    paths_[number] = path;
+    return true;
+}
+
+std::FILE* UnitStreams::file(int number) const {
+    return number >= 0 && number < files_.size ? files_.data[number] : nullptr;
+}
+
+std::string UnitStreams::path(int number) const {
+    const auto found = paths_.find(number);
+    return found == paths_.end() ? std::string() : found->second;
+}
+
+TextSource* UnitStreams::text_of(std::FILE* file) {
+    if (file == nullptr) return nullptr;
+    auto& text = texts_[file];
+    if (!text) {
+        std::string name;
+        for (const auto& [number, path] : paths_) {
+            if (this->file(number) == file) name = display_name(path);
+        }
+        text = std::make_unique<TextSource>(file, name);
+    }
+    return text.get();
+}
+
+TextSource* UnitStreams::unit(int number) { return text_of(file(number)); }
+
+TextSource* UnitStreams::open(const std::string& name) {
+    const std::string path = resolve_beside(String(folder_().c_str()), name);
+    opened_text_.reset();
+    opened_.reset(platform::open_file(path.c_str(), "rb"));
+    if (!opened_) return nullptr;
+    opened_text_ = std::make_unique<TextSource>(opened_.get(), display_name(path));
+    return opened_text_.get();
+}
+
+}  // namespace plx

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "formats/array_record.h"
+#include "formats/text_source.h"
+#include "plxutils/core/VX1DArray.h"
+
+namespace plx {
+
+/// Last component of a stored name as it is spelt on disk, for messages.
+std::string display_name(const std::string& stored);
+
+/// The streams of a conversion by Fortran unit number. The C streams stand in the factory's own array; this class
+/// opens and closes them and keeps the block reader of each text.
+class UnitStreams final : public ArrayStreams {
+public:
+    /// Higher unit numbers are taken for damage: the array of streams is indexed by them.
+    static constexpr int kMaxUnit = 99'999;
+
+    /// @param files   the factory's streams.
+    /// @param folder  gives the folder that names in OPEN/CLOSE records are relative to.
+    UnitStreams(VX1DArray<std::FILE*>& files, std::function<std::string()> folder);
+    ~UnitStreams() override;
+    UnitStreams(const UnitStreams&) = delete;
+    UnitStreams& operator=(const UnitStreams&) = delete;
+
+    /// Opens a stored name for reading at a unit, closing what was open there. Texts are opened like binaries; line
+    /// ends are the readers' work. False when the file cannot be opened or the unit is out of range.
+    bool open_unit(int number, const std::string& path);
+    /// The C stream of a unit; null when nothing is open there.
+    std::FILE* file(int number) const;
+    /// Stored name of what is open at a unit.
+    std::string path(int number) const;
+    /// Block reader of a C stream, made on first use.
+    TextSource* text_of(std::FILE* file);
+
+    TextSource* unit(int number) override;
+    TextSource* open(const std::string& name) override;
+
+private:
+    struct Closer {
+        void operator()(std::FILE* f) const { std::fclose(f); }
+    };
+    void close_unit(int number);
+
+    VX1DArray<std::FILE*>& files_;
+    std::function<std::string()> folder_;
+    std::map<int, std::string> paths_;
+    std::map<std::FILE*, std::unique_ptr<TextSource>> texts_;
+    std::unique_ptr<std::FILE, Closer> opened_;
+    std::unique_ptr<TextSource> opened_text_;
+};
+
+}  // namespace plx
