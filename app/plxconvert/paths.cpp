@@ -1,0 +1,71 @@
+#include "plxconvert/paths.h"
+
+#include <system_error>
+
+#include "plxconvert/messages.h"
+#include "plxutils/core/VXFile.h"
+#include "plxutils/core/VXNativePath.h"
+
+namespace plx::tool {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string quoted(const std::string& text) { return "'" + text + "'"; }
+
+fs::path absolute_path(const std::string& given) {
+    if (given.empty()) throw InputFault("an empty path names no file");
+    fs::path path = fs::absolute(given).lexically_normal();
+    if (!path.has_filename()) path = path.parent_path();
+    return path;
+}
+
+void check_storable(const fs::path& path) {
+    String why;
+    if (VXCanStorePath(path.string().c_str(), why)) return;
+    throw InputFault("path " + quoted(path.string()) + " cannot be used: " + why.c_str());
+}
+
+/// The library stores names in lower case, so that it may find a neighbour instead.
+void check_found_again(const fs::path& path) {
+    const VXFile stored(path.string().c_str());
+    const std::string found = VXNativePath(stored.GetFilePath().c_str()).c_str();
+    std::error_code fault;
+    if (!found.empty() && fs::equivalent(path, found, fault)) return;
+    if (!found.empty() && fs::exists(found, fault)) {
+        throw InputFault("path " + quoted(path.string()) + " cannot be used: it differs from " +
+                         quoted(found) + " only in the case of its letters");
+    }
+    throw InputFault("path " + quoted(path.string()) +
+                     " cannot be used: the file is not found by its lower-case name");
+}
+
+}  // namespace
+
+fs::path input_file(const std::string& given) {
+    const fs::path path = absolute_path(given);
+    std::error_code fault;
+    const fs::file_status status = fs::status(path, fault);
+    if (!fs::exists(status)) throw InputFault(quoted(given) + " does not exist");
+    if (fs::is_directory(status))
+        throw InputFault(quoted(given) + " is a folder; give the model's name file in it");
+    if (!fs::is_regular_file(status)) throw InputFault(quoted(given) + " is not a regular file");
+    check_storable(path);
+    check_found_again(path);
+    return path;
+}
+
+fs::path result_folder(const std::string& given) {
+    const fs::path path = absolute_path(given);
+    check_storable(path);
+    std::error_code fault;
+    if (fs::exists(path, fault) && !fs::is_directory(path, fault))
+        throw InputFault(quoted(given) + " is not a folder");
+    fs::create_directories(path, fault);
+    if (fault) throw InputFault("folder " + quoted(given) + " cannot be made: " + fault.message());
+    check_found_again(path);
+    return path;
+}
+
+}  // namespace plx::tool

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace plx::tool {
+
+/// Absolute native path of an existing input file.
+///
+/// @throws InputFault when it is missing, a folder, or has a path that the library cannot keep.
+std::filesystem::path input_file(const std::string& given);
+
+/// Absolute native path of a folder for results, made with its parents when it is missing.
+///
+/// @throws InputFault when it cannot be made, is no folder, or has a path that the library cannot keep.
+std::filesystem::path result_folder(const std::string& given);
+
+}  // namespace plx::tool

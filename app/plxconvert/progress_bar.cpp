@@ -1,0 +1,42 @@
+#include "plxconvert/progress_bar.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+
+namespace plx::tool {
+
+void ProgressBar::draw(const std::string& text) {
+    std::string line = "\r" + text;
+    // Blanks rather than a terminal's own codes: every terminal knows them.
+    if (text.size() < drawn_) line.append(drawn_ - text.size(), ' ');
+    std::fputs(line.c_str(), stderr);
+    std::fflush(stderr);
+    drawn_ = std::max(drawn_, text.size());
+}
+
+void ProgressBar::say(const std::string& text) {
+    if (on_) draw(text);
+}
+
+void ProgressBar::show(int done, int total) {
+    if (!on_ || total < 1) return;
+    const auto now = std::chrono::steady_clock::now();
+    if (done < total && now - last_ < std::chrono::milliseconds(50)) return;
+    last_ = now;
+    constexpr std::int64_t kWidth = 40;
+    const std::int64_t part = std::clamp<std::int64_t>(done, 0, total);
+    const auto full = static_cast<std::size_t>(part * kWidth / total);
+    draw("[" + std::string(full, '#') + std::string(kWidth - full, '.') + "]  step " + std::to_string(done) +
+         " of " + std::to_string(total));
+}
+
+void ProgressBar::erase() {
+    if (drawn_ == 0) return;
+    draw("");
+    std::fputs("\r", stderr);
+    std::fflush(stderr);
+    drawn_ = 0;
+}
+
+}  // namespace plx::tool

@@ -1,0 +1,47 @@
+#include "plxconvert/words.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <system_error>
+
+namespace plx::tool {
+
+std::string lower(std::string text) {
+    for (char& c : text) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return text;
+}
+
+std::vector<std::string> split(const std::string& text, char separator) {
+    std::vector<std::string> parts;
+    std::size_t start = 0;
+    for (;;) {
+        const std::size_t end = text.find(separator, start);
+        std::string part = text.substr(start, end == std::string::npos ? end : end - start);
+        const std::size_t first = part.find_first_not_of(' ');
+        part = first == std::string::npos ? "" : part.substr(first, part.find_last_not_of(' ') - first + 1);
+        parts.push_back(part);
+        if (end == std::string::npos) return parts;
+        start = end + 1;
+    }
+}
+
+bool parse_numbers(const std::string& list, std::vector<double>& numbers) {
+    numbers.clear();
+    for (const std::string& part : split(list, ',')) {
+        double value = 0.0;
+        const char* end = part.data() + part.size();
+        const auto [stop, fault] = std::from_chars(part.data(), end, value);
+        if (fault != std::errc{} || stop != end || !std::isfinite(value)) return false;
+        numbers.push_back(value);
+    }
+    return true;
+}
+
+std::string counted(long long count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+}  // namespace plx::tool

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace plx::tool {
+
+/// ASCII letters in lower case.
+std::string lower(std::string text);
+/// The parts between separators, blanks around them removed; one empty part for an empty text.
+std::vector<std::string> split(const std::string& text, char separator);
+/// Reads a list of decimal numbers; false when a part is anything else or not finite. Free of the locale.
+bool parse_numbers(const std::string& list, std::vector<double>& numbers);
+/// "1 step", "2 steps".
+std::string counted(long long count, const std::string& noun);
+
+}  // namespace plx::tool
