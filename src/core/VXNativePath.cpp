@@ -5,3 +5,10 @@
 String VXNativePath(const char* name) {
     return name ? String(plx::platform::native_path(name).c_str()) : String();
 }
+
+bool VXCanStorePath(const char* native, String& why) {
+    std::string reason;
+    const bool storable = plx::platform::storable(native ? native : "", reason);
+    why = reason.c_str();
+    return storable;
+}

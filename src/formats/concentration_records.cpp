@@ -23,12 +23,13 @@ ConcentrationField read_concentration_header(RecordFile& in, LayerHeader& header
 
 std::string concentration_grid_fault(const LayerHeader& header, const GridSize& grid, int layer) {
     if (header.columns != grid.columns || header.rows != grid.rows) {
-        return "concentrations of " + std::to_string(header.rows) + " rows and " + std::to_string(header.columns) +
-               " columns, the model has " + std::to_string(grid.rows) + " and " + std::to_string(grid.columns);
+        return "concentrations of " + std::to_string(header.rows) + " rows and " +
+               std::to_string(header.columns) + " columns, the model has " + std::to_string(grid.rows) +
+               " and " + std::to_string(grid.columns);
     }
     if (header.layer == layer) return {};
-    return "concentrations of layer " + std::to_string(header.layer) + " where layer " + std::to_string(layer) +
-           " of " + std::to_string(grid.layers) + " must follow";
+    return "concentrations of layer " + std::to_string(header.layer) + " where layer " +
+           std::to_string(layer) + " of " + std::to_string(grid.layers) + " must follow";
 }
 
 std::string check_first_concentrations(RecordFile& in, const GridSize& grid, std::int64_t& time_bytes) {

@@ -25,8 +25,9 @@ enum class ConcentrationField {
 
 /// Reads a concentration file's header at the position.
 ///
-/// Source: MT3D unformatted concentration file, little-endian: NTRANS, KSTP, KPER (int32), TIME (real), TEXT[16], NCOL,
-/// NROW, ILAY (int32), then NCOL * NROW reals, row by row; one record per layer and transport time.
+/// Source: MT3D unformatted concentration file, little-endian: NTRANS, KSTP, KPER (int32), TIME (real),
+/// TEXT[16], NCOL, NROW, ILAY (int32), then NCOL * NROW reals, row by row; one record per layer and transport
+/// time.
 ///
 /// @return the first field that could not be read. `total_time` is TIME, `period_time` stays 0.
 ConcentrationField read_concentration_header(RecordFile& in, LayerHeader& header);

@@ -20,6 +20,17 @@ std::string grid_size_fault(const GridSize& size, std::int64_t bytes_left) {
     return std::to_string(size.layers) + " layers, but only " + std::to_string(bytes_left) + " bytes follow";
 }
 
+bool is_whole(const GridGeometry& geometry, const GridSize& size) {
+    const auto fits = [&](const std::vector<GridGeometry::Surface>& surfaces) {
+        return std::ssize(surfaces) == size.layers &&
+               std::all_of(surfaces.begin(), surfaces.end(), [&](const GridGeometry::Surface& surface) {
+                   return surface != nullptr && surface->size() == size.per_layer();
+               });
+    };
+    return fits(geometry.tops) && fits(geometry.bottoms) && std::ssize(geometry.column_edges) == size.columns + 1 &&
+           std::ssize(geometry.row_edges) == size.rows + 1;
+}
+
 std::vector<double> running_sums(std::span<const double> widths) {
     std::vector<double> sums(widths.size() + 1, 0.0);
     std::partial_sum(widths.begin(), widths.end(), sums.begin() + 1);

@@ -35,6 +35,9 @@ struct GridGeometry {
     std::vector<Surface> tops, bottoms;  ///< one per layer
 };
 
+/// True when edges and every layer's surfaces are there in the grid's size.
+bool is_whole(const GridGeometry& geometry, const GridSize& size);
+
 /// 0 followed by the running sums of the widths.
 std::vector<double> running_sums(std::span<const double> widths);
 

@@ -47,9 +47,10 @@ bool starts_with_header(std::FILE* file, const ResultLayout& layout, const Heade
 
 std::optional<ResultLayout> detect_layer_layout(std::FILE* file) {
     const KeepPosition keep(file);
-    // The label stands at another place in each of them, so that a file fits one of them only.
-    for (const int real_bytes : {4, 8}) {
-        for (const bool markers : {false, true}) {
+    // The label of marked concentrations stands where that of plain 64-bit heads does, and so for the other way round:
+    // the markers, which must agree, are looked at first.
+    for (const bool markers : {true, false}) {
+        for (const int real_bytes : {4, 8}) {
             const ResultLayout layout{markers, real_bytes};
             for (const HeaderForm& form : {kHeads, kConcentrations}) {
                 if (starts_with_header(file, layout, form)) return layout;

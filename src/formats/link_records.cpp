@@ -90,11 +90,12 @@ bool seek_data(RecordFile& in, const BudgetRecord& record) {
 /// True where another record of the grid begins; the position is then in it.
 bool record_follows(RecordFile& in, const BudgetHeader& grid) {
     BudgetHeader next;
-    return in.at_record_start() && read_header(in, next) && next.columns == grid.columns && next.rows == grid.rows &&
-           next.layers == grid.layers;
+    return in.at_record_start() && read_header(in, next) && next.columns == grid.columns &&
+           next.rows == grid.rows && next.layers == grid.layers;
 }
 
-/// Passes over a record whose label says nothing of its form; a record that follows is proof, the end of the file less.
+/// Passes over a record whose label says nothing of its form; a record that follows is proof, the end of the
+/// file less.
 bool pass_over_unknown(RecordFile& in, BudgetRecord& record) {
     for (const bool end_counts : {false, true}) {
         for (const LinkForm form :
@@ -111,7 +112,8 @@ bool pass_over_unknown(RecordFile& in, BudgetRecord& record) {
 /// Does the first record fit, when its reals are of the layout's size?
 bool first_record_fits(RecordFile& in) {
     BudgetRecord record;
-    return next_link_record(in, record) == LinkNext::kRecord && (in.at_end() || record_follows(in, record.header));
+    return next_link_record(in, record) == LinkNext::kRecord &&
+           (in.at_end() || record_follows(in, record.header));
 }
 
 }  // namespace
@@ -119,7 +121,8 @@ bool first_record_fits(RecordFile& in) {
 bool is_text_link(std::FILE* file) {
     const KeepPosition keep(file);
     std::array<char, 6> begin{};
-    return platform::seek(file, 0, SEEK_SET) && std::fread(begin.data(), 1, begin.size(), file) == begin.size() &&
+    return platform::seek(file, 0, SEEK_SET) &&
+           std::fread(begin.data(), 1, begin.size(), file) == begin.size() &&
            std::memcmp(begin.data(), " 'MT3D", begin.size()) == 0;
 }
 
@@ -145,7 +148,8 @@ bool read_link_header(RecordFile& in, bool& old_version) {
     std::array<std::int32_t, kNewNumbers> numbers{};
     if (!in.read(version.data(), version.size())) return false;
     const int count = numbers_of_version(version.data());
-    if (count == 0 || !in.read(numbers.data(), static_cast<std::size_t>(count) * sizeof(std::int32_t))) return false;
+    if (count == 0 || !in.read(numbers.data(), static_cast<std::size_t>(count) * sizeof(std::int32_t)))
+        return false;
     old_version = count == kOldNumbers;
     return in.at_record_start();
 }
@@ -172,7 +176,8 @@ bool read_link_list(RecordFile& in, const BudgetRecord& record, std::vector<Budg
     const BudgetHeader& h = record.header;
     std::int32_t count = 0;
     // The count stands in the same record as the header, so that the header is passed again.
-    if (!h.compact || h.type != 2 || !seek_data(in, record) || !in.read_int(count) || count != record.entries) {
+    if (!h.compact || h.type != 2 || !seek_data(in, record) || !in.read_int(count) ||
+        count != record.entries) {
         return false;
     }
     const std::size_t before = entries.size();

@@ -24,10 +24,12 @@ double date_of_words(const VXFileReader& reader, int first) {
 }
 
 bool is_whole_number(const String& word) {
-    return word.length() > 0 && std::string_view(word.c_str()).find_first_not_of("0123456789") == std::string_view::npos;
+    return word.length() > 0 &&
+           std::string_view(word.c_str()).find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-void read_card(const VXFileReader& reader, const std::string& where, Mt3dSettings& settings, Problems& problems) {
+void read_card(const VXFileReader& reader, const std::string& where, Mt3dSettings& settings,
+               Problems& problems) {
     const String card = reader.GetWord(0);
     if (card == "SPC") {
         settings.species.emplace_back(reader.GetWord(1).c_str());
@@ -61,7 +63,8 @@ bool read_mt3d_settings(const VXFile& file, Mt3dSettings& settings, Problems& pr
             const String package = reader.GetWord(unit_first ? 2 : 1);
             settings.transport_package = resolve_beside(file.GetDirectoryName(), package.c_str());
         } else if (cards) {
-            read_card(reader, name + ": line " + std::to_string(reader.CurrentLineNumber()), settings, problems);
+            read_card(reader, name + ": line " + std::to_string(reader.CurrentLineNumber()), settings,
+                      problems);
         }
     }
     return true;

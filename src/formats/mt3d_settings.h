@@ -20,9 +20,9 @@ struct Mt3dSettings {
 
 /// Reads an MT3D project file.
 ///
-/// Source: text cards by the first word of each line: SPC (a species' name), REFTIME (year, month, day, hour, minute and
-/// second are the last six words), UNITS (the time unit), all before the card CON; BTN (the file name, which a unit
-/// number may precede) anywhere.
+/// Source: text cards by the first word of each line: SPC (a species' name), REFTIME (year, month, day, hour,
+/// minute and second are the last six words), UNITS (the time unit), all before the card CON; BTN (the file
+/// name, which a unit number may precede) anywhere.
 ///
 /// @param problems  a date that is none.
 /// @return false when the file cannot be opened; `settings` is empty then.

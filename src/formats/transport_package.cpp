@@ -46,7 +46,8 @@ public:
             LineWords words(text, true);
             const int layers = words.next_int(), rows = words.next_int(), columns = words.next_int();
             if (layers != grid_.layers || rows != grid_.rows || columns != grid_.columns) continue;
-            for (int rest = 2 + (layers + kTypesPerLine - 1) / kTypesPerLine; rest > 0; --rest) in_.read_line(line);
+            for (int rest = 2 + (layers + kTypesPerLine - 1) / kTypesPerLine; rest > 0; --rest)
+                in_.read_line(line);
             return true;
         }
         return fail("no line with the model's layers, rows and columns at the begin");
@@ -57,13 +58,23 @@ public:
         if (!read_control(control)) return fail("the file ends before " + std::string(target.what));
         const double multiplier = control.constant == 0.0 ? 1.0 : control.constant;
         switch (control.form) {
-            case 0: std::fill(target.values.begin(), target.values.end(), control.constant); return true;
-            case 100: return read_by_format(control, multiplier, target);
-            case 101: return read_blocks(target);
-            case 102: return read_zones(control, target);
+            case 0:
+                std::fill(target.values.begin(), target.values.end(), control.constant);
+                return true;
+            case 100:
+                return read_by_format(control, multiplier, target);
+            case 101:
+                return read_blocks(target);
+            case 102:
+                return read_zones(control, target);
             // One read statement takes the whole array, so that rows may share a line.
-            case 103: return check(read_list_directed(in_, {target.values, count(target), multiplier}, tab_separates_), target);
-            default: return fail("array form " + std::to_string(control.form) + " of " + target.what + " is not read");
+            case 103:
+                return check(
+                    read_list_directed(in_, {target.values, count(target), multiplier}, tab_separates_),
+                    target);
+            default:
+                return fail("array form " + std::to_string(control.form) + " of " + target.what +
+                            " is not read");
         }
     }
 
@@ -110,7 +121,8 @@ private:
 
     bool read_by_format(const Control& control, double multiplier, const Target& target) {
         const std::size_t end = control.format.rfind(')');
-        const auto format = FortranFormat::parse(control.format.substr(0, end == std::string::npos ? end : end + 1));
+        const auto format =
+            FortranFormat::parse(control.format.substr(0, end == std::string::npos ? end : end + 1));
         if (!format) return fail("\"" + control.format + "\" of " + target.what + " is no known format");
         return check(read_formatted(in_, *format, {target.values, target.columns, multiplier}), target);
     }
@@ -118,7 +130,8 @@ private:
     /// A count that stands on a line of its own.
     bool read_count(const Target& target, std::size_t& wanted) {
         double value = 0.0;
-        if (!check(read_list_directed(in_, {{&value, 1}, 1, 1.0}, tab_separates_), {{&value, 1}, 1, target.what})) {
+        if (!check(read_list_directed(in_, {{&value, 1}, 1, 1.0}, tab_separates_),
+                   {{&value, 1}, 1, target.what})) {
             return false;
         }
         if (!(value >= 0.0) || value > static_cast<double>(in_.remaining())) {
@@ -135,7 +148,8 @@ private:
         const int rows = count(target) / target.columns;
         for (std::size_t n = 0; n < blocks; ++n) {
             std::array<double, 5> block{};  // first and last row, first and last column, value
-            if (!check(read_list_directed(in_, {block, 5, 1.0}, tab_separates_), {block, 5, target.what})) return false;
+            if (!check(read_list_directed(in_, {block, 5, 1.0}, tab_separates_), {block, 5, target.what}))
+                return false;
             const int last_row = std::min(truncate_to_int(block[1]), rows);
             const int last_column = std::min(truncate_to_int(block[3]), target.columns);
             for (int i = std::max(truncate_to_int(block[0]), 1); i <= last_row; ++i) {
@@ -152,7 +166,8 @@ private:
         if (!read_count(target, zones)) return false;
         std::vector<double> values(zones);
         const int columns = static_cast<int>(zones);
-        if (!check(read_list_directed(in_, {values, columns, 1.0}, tab_separates_), {values, columns, target.what}) ||
+        if (!check(read_list_directed(in_, {values, columns, 1.0}, tab_separates_),
+                   {values, columns, target.what}) ||
             !read_by_format(control, 1.0, target)) {
             return false;
         }
@@ -173,19 +188,22 @@ private:
 
 }  // namespace
 
-bool read_package_porosity(TextSource& in, const GridSize& grid, bool tab_separates, std::vector<double>& porosity,
-                           Problems& problems) {
+bool read_package_porosity(TextSource& in, const GridSize& grid, bool tab_separates,
+                           std::vector<double>& porosity, Problems& problems) {
     porosity.assign(grid.cells(), 0.0);
     PackageReader reader(in, grid, tab_separates, problems);
     const auto columns = static_cast<std::size_t>(grid.columns), rows = static_cast<std::size_t>(grid.rows);
     // The arrays before the porosity go into its first layer, which is large enough for each of them.
     const std::span<double> spare(porosity.data(), grid.per_layer());
-    bool whole = reader.find_arrays() && reader.read({spare.first(columns), grid.columns, "the column widths"}) &&
+    bool whole = reader.find_arrays() &&
+                 reader.read({spare.first(columns), grid.columns, "the column widths"}) &&
                  reader.read({spare.first(rows), grid.rows, "the row widths"}) &&
                  reader.read({spare, grid.columns, "the top"});
-    for (int k = 0; k < grid.layers && whole; ++k) whole = reader.read({spare, grid.columns, "a layer's thickness"});
+    for (int k = 0; k < grid.layers && whole; ++k)
+        whole = reader.read({spare, grid.columns, "a layer's thickness"});
     for (int k = 0; k < grid.layers && whole; ++k) {
-        const std::span<double> layer(porosity.data() + static_cast<std::size_t>(k) * grid.per_layer(), grid.per_layer());
+        const std::span<double> layer(porosity.data() + static_cast<std::size_t>(k) * grid.per_layer(),
+                                      grid.per_layer());
         whole = reader.read({layer, grid.columns, "a layer's porosity"});
     }
     if (!whole) porosity.clear();

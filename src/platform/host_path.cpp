@@ -206,7 +206,8 @@ std::string component_fault(std::string_view part, bool is_last) {
     const std::string what = (is_last ? "the name " : "the folder ") + quoted(part);
     if (part.front() == '.' && part != "." && part != "..") return what + " begins with a dot";
     if (part.size() > kMaxComponentBytes) return what + " is longer than 127 bytes";
-    if (part.find("??") != std::string_view::npos) return what + " holds two question marks";
+    // A look-up by the name would match other files.
+    if (part.find_first_of("*?") != std::string_view::npos) return what + " holds a wildcard";
     if (part.find('"') != std::string_view::npos) return what + " holds a double quote";
     if (!names_are_native() && part.find('\\') != std::string_view::npos) return what + " holds a backslash";
     return "";

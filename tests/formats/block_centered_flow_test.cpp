@@ -44,19 +44,12 @@ TEST(BlockCenteredFlow, EachLayerTypeHasItsArrays) {
     EXPECT_DOUBLE_EQ(result.flow.dry_head, -888.0);
     EXPECT_EQ(result.flow.laycon, (std::vector<int>{3, 2, 1, 0}));
     EXPECT_EQ(test::text_of(result.flow.delr) + ", " + test::text_of(result.flow.delc), "10 10, 20");
-    const double tops[] = {400, 200, 250, 150}, bottoms[] = {300, 100, 150, 50};
+    std::vector<double> surfaces;
     for (std::size_t layer = 0; layer < 4; ++layer) {
-        EXPECT_EQ(*result.flow.tops[layer], std::vector<double>(2, tops[layer])) << layer;
-        EXPECT_EQ(*result.flow.bottoms[layer], std::vector<double>(2, bottoms[layer])) << layer;
+        surfaces.insert(surfaces.end(),
+                        {result.flow.tops[layer]->back(), result.flow.bottoms[layer]->back()});
     }
-}
-
-TEST(BlockCenteredFlow, SteadyFlowWithoutSurfacesIsMadeUp) {
-    const Read result = read("         1\n 0 0\n" + kWidths + constants({1, 2, 3}), 2);
-    ASSERT_TRUE(result.found);
-    EXPECT_DOUBLE_EQ(result.flow.top->front(), 0.0);
-    EXPECT_DOUBLE_EQ(result.flow.bottoms[0]->front(), -100.0);
-    EXPECT_DOUBLE_EQ(result.flow.bottoms[1]->front(), -200.0);
+    EXPECT_EQ(test::text_of(surfaces), "400 300 200 100 250 150 150 50");
 }
 
 TEST(BlockCenteredFlow, FirstRecordByColumnsOrWords) {
@@ -69,10 +62,13 @@ TEST(BlockCenteredFlow, FirstRecordByColumnsOrWords) {
 }
 
 TEST(BlockCenteredFlow, LayerTypesInColumnsOfTwo) {
-    const std::string rest = kWidths + constants({1, 2, 3, 4});
-    const Read touching = read("         1\n0 1010 LAYCON\n" + rest, 3, test::kModelRules);
-    EXPECT_EQ(touching.flow.laycon, (std::vector<int>{0, 0, 0}));
-    EXPECT_TRUE(touching.used.obey_formats);
+    const std::string rest = kWidths + constants({1, 2, 3, 4, 5, 6});
+    const Read cut = read("         1\n0 1010 LAYCON\n" + rest, 3, test::kModelRules);
+    ASSERT_TRUE(cut.found);
+    EXPECT_EQ(cut.flow.laycon, (std::vector<int>{0, 0, 0}));
+    EXPECT_TRUE(cut.used.obey_formats);
+    EXPECT_DOUBLE_EQ(cut.flow.top->front(), 0.0);
+    EXPECT_DOUBLE_EQ(cut.flow.bottoms[2]->front(), -300.0);
     const Read words = read("         1\n0, 1, 0\n" + rest, 3, test::kModelRules);
     EXPECT_EQ(words.flow.laycon, (std::vector<int>{0, 1, 0}));
     EXPECT_FALSE(words.used.obey_formats);

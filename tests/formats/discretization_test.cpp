@@ -56,7 +56,7 @@ TEST(Discretization, ConfiningBedLineInAllItsForms) {
     for (const auto& [sizes, line, bed] : cases) {
         SCOPED_TRACE(sizes + "; " + line);
         // A control record in columns may look like the line itself.
-        for (const std::string& delr : {"CONSTANT 7\n", "         0        7.(10F8.0)\n"}) {
+        for (const char* delr : {"CONSTANT 7\n", "         0        7.(10F8.0)\n"}) {
             const Read result = read(sizes + "\n" + line + delr + "CONSTANT 7\nCONSTANT 30\nCONSTANT 20\n" +
                                          (bed ? "CONSTANT 15\n" : "") + "CONSTANT 2\n",
                                      test::kModelRules);

@@ -17,6 +17,7 @@ TEST(NameFile, LinesAndPaths) {
                           .c_str());
     std::vector<NameFileEntry> entries;
     ASSERT_TRUE(read_name_file(file, entries));
+    EXPECT_FALSE(read_name_file(VXFile(folder.file("none.nam").c_str()), entries));
     std::string found;
     for (const NameFileEntry& e : entries) {
         found += std::to_string(e.line) + "|" + e.type + "|" + std::to_string(e.unit) + "|" + e.name + "|" +
@@ -27,12 +28,6 @@ TEST(NameFile, LinesAndPaths) {
               "4|BAS6|1|Sub\\Site.BAS|" + beside + "\\Sub\\Site.BAS\n" + "5|DATA(BINARY)|50|head file.hds|" +
                   beside + "\\head file.hds\n" +
                   "6|DIS|12|C:\\runs\\model.dis|C:\\runs\\model.dis\n7|LPF|11|/abs/x.lpf|/abs/x.lpf\n");
-}
-
-TEST(NameFile, MissingFile) {
-    const test::TempFolder folder;
-    std::vector<NameFileEntry> entries;
-    EXPECT_FALSE(read_name_file(VXFile(folder.file("none.nam").c_str()), entries));
 }
 
 }  // namespace

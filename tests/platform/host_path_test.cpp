@@ -92,7 +92,7 @@ TEST(Storable, TellsWhatWouldNotSurvive) {
         {too_long, "the path is longer than 1023 bytes"}, {many, "the path has more than 255 components"},
         {"/d/$a/b>c", "\"$a/b>\" in the path would be read as a token"},
         {"/d/a\\b", "the name \"a\\b\" holds a backslash"},
-        {"/d/a??b", "the name \"a??b\" holds two question marks"},
+        {"/d/a??b", "the name \"a??b\" holds a wildcard"},
         {"x.nam", "the path \"x.nam\" names no folder and file"}};
     // clang-format on
     for (const auto& [name, expected] : cases) {

@@ -1,39 +1,53 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "support/result_files.h"
 
 namespace plx::test {
 
-/// An entry of a list in a link file; layer, row and column from 1.
-struct LinkEntry {
-    int layer, row, column;
-    double flow;
-    bool grouped = false;  ///< a group number and a second value follow
-};
-
 /// Writes a flow-transport link file byte by byte, in the pieces in which the models write it.
-class LinkWriter {
-public:
-    explicit LinkWriter(ResultStyle style = {}, bool old_version = false);
-    const std::string& bytes() const { return bytes_; }
+struct LinkWriter {
+    using Numbers = std::vector<std::int32_t>;
 
-    void array(const ResultStamp& at, std::string_view text, const std::vector<double>& values);
-    void list(const ResultStamp& at, std::string_view text, const std::vector<LinkEntry>& entries);
-    void layers(const ResultStamp& at, std::string_view text, const std::vector<int>& layers,
-                const std::vector<double>& values);
+    explicit LinkWriter(ResultStyle style = {}, bool old_version = false) : style(style) {
+        record((old_version ? "MT3D3.00.99" : "MT3D4.00.00") + raw(Numbers(old_version ? 9 : 21, 1)));
+    }
+    /// `layers`: those of the labels that have one for each cell.
+    void array(const ResultStamp& at, const char* text, const std::vector<double>& values,
+               const Numbers& layers = {}) {
+        record(header(at, text));
+        if (!layers.empty()) record(raw(layers));
+        record(reals(values));
+    }
+    /// One entry with the same flow for each place (layer, row and column); `more` stands behind it.
+    void list(const ResultStamp& at, const char* text, const std::vector<Numbers>& places, double flow,
+              const char* more = "") {
+        record(header(at, text) + raw(Numbers{static_cast<std::int32_t>(places.size())}));
+        for (const Numbers& place : places) record(raw(place) + reals({flow}) + more);
+    }
+
+    ResultStyle style;
+    std::string bytes;
 
 private:
-    void integers(const std::vector<int>& values);
-    void reals(const std::vector<double>& values);
-    void header(const ResultStamp& at, std::string_view text);
-    void end_record();
-
-    ResultStyle style_;
-    std::string bytes_, record_;
+    template <class T>
+    static std::string raw(const std::vector<T>& values) {
+        return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(T)};
+    }
+    static std::string header(const ResultStamp& at, std::string text) {
+        text.resize(16, ' ');
+        return raw(Numbers{at.period, at.step, at.columns, at.rows, at.layers}) + text;
+    }
+    std::string reals(const std::vector<double>& values) const {
+        return style.real_bytes == 8 ? raw(values) : raw(std::vector<float>(values.begin(), values.end()));
+    }
+    void record(const std::string& piece) {
+        const std::string marker =
+            style.record_markers ? raw(Numbers{static_cast<std::int32_t>(piece.size())}) : "";
+        bytes += marker + piece + marker;
+    }
 };
 
 }  // namespace plx::test
