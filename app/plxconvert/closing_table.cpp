@@ -45,6 +45,7 @@ void print_closing_table(const RunFacts& facts, const ConversionReport& report) 
     print_count("nodes", report.nodes);
     print_count("cells", report.cells);
     print_count("steps", report.steps);
+    if (report.transport_times > 0) print_count("transport", report.transport_times);
     print_count("files", static_cast<std::int64_t>(report.files.size()));
     std::printf("  %-10s%12.2f\n", "MB", static_cast<double>(report.bytes) / kMegabyte);
     if (facts.compressed) std::printf("  %-10s%12.2f\n", "MB on disk", bytes_on_disk(report) / kMegabyte);

@@ -8,17 +8,19 @@
 namespace {
 
 constexpr std::array<bool ConverterFactory::*, Converter::kOutputs> kChoices = {
-    &ConverterFactory::out_elevation, &ConverterFactory::out_geo_layer,   &ConverterFactory::out_head_nodes,
-    &ConverterFactory::out_ccf,       &ConverterFactory::out_elev_top,    &ConverterFactory::out_elev_bottom,
-    &ConverterFactory::out_material,  &ConverterFactory::out_porosity,    &ConverterFactory::out_head_cells,
-    &ConverterFactory::out_boundary_flows, &ConverterFactory::out_mt3d,
+    &ConverterFactory::out_elevation,  &ConverterFactory::out_geo_layer,
+    &ConverterFactory::out_head_nodes, &ConverterFactory::out_ccf,
+    &ConverterFactory::out_elev_top,   &ConverterFactory::out_elev_bottom,
+    &ConverterFactory::out_material,   &ConverterFactory::out_porosity,
+    &ConverterFactory::out_head_cells, &ConverterFactory::out_boundary_flows,
+    &ConverterFactory::out_mt3d,
 };
 
 }  // namespace
 
-void Converter::create_converter(ConverterFactory& factory, VXFile& project, int porosity_count, double* porosity,
-                                 bool compress, int* outputs, bool crop, double x_min, double x_max, double y_min,
-                                 double y_max) {
+void Converter::create_converter(ConverterFactory& factory, VXFile& project, int porosity_count,
+                                 double* porosity, bool compress, int* outputs, bool crop, double x_min,
+                                 double x_max, double y_min, double y_max) {
     std::printf("creating converter\t\t\t\t\t\t\t\t\t\t\t\t\t\r");
     if (!project.FileExists()) {
         std::printf("Project file [%s] does not exist.\n", project.GetFilePath().c_str());

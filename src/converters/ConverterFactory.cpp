@@ -13,14 +13,15 @@
 namespace plx {
 namespace {
 
-constexpr NameFileTexts kTexts = {"Error opening file [%s]\n", "Error opening file [%s]\n", "Error opening file [%s]\n",
-                                  "Error opening file [%s]\n", "Error opening file [%s]\n"};
+constexpr NameFileTexts kTexts = {"Error opening file [%s]\n", "Error opening file [%s]\n",
+                                  "Error opening file [%s]\n", "Error opening file [%s]\n",
+                                  "Error opening file [%s]\n"};
 
 /// Projects without a name file keep their packages beside them under their own title.
 void open_packages_by_title(ModelState& model, int first_unit) {
     ConverterFactory& f = model.factory;
-    const std::string base = std::string(f.project_file.GetDirectoryName().c_str()) + "\\" +
-                             f.project_file.GetFileTitle().c_str();
+    const std::string base =
+        std::string(f.project_file.GetDirectoryName().c_str()) + "\\" + f.project_file.GetFileTitle().c_str();
     f.bcf_unit = first_unit;
     if (!model.streams.open_unit(first_unit, base + ".BCF")) {
         std::printf("Error opening [%s], BCF data not used.\n", (base + ".BCF").c_str());
@@ -121,10 +122,13 @@ void ConverterFactory::parseBA6() {
     if (header.unit_list && name_file.GetFilePath().length() == 0) {
         plx::open_packages_by_title(m, header.first_unit);
     }
-    if (crop_to_extents) m.warn("the basic package comes before the cell widths: cropping is by column and row number");
+    if (crop_to_extents)
+        m.warn("the basic package comes before the cell widths: cropping is by column and row number");
     plx::skip_iapart(*in, rules);
     m.flags.resize(m.size());
-    const auto store = [&m](int layer, const std::vector<double>& values) { plx::store_ibound(m, layer, values); };
+    const auto store = [&m](int layer, const std::vector<double>& values) {
+        plx::store_ibound(m, layer, values);
+    };
     plx::read_ibound(*in, m.streams, rules, used, m.size(), store, m.problems);
     m.no_flow_head = plx::read_no_flow_head(*in, rules);
     m.has_no_flow_head = true;
@@ -148,8 +152,9 @@ void ConverterFactory::parseBCF() {
     if (in == nullptr || nlay < 1) return;
     plx::BlockCenteredFlow bcf;
     bool free_used = false;
-    const bool read = plx::read_block_centered_flow(*in, m.streams, m.text_rules(), m.text_used, m.size(), m.free_format,
-                                                    reading_rules.free_bcf_record, free_used, bcf, m.problems);
+    const bool read =
+        plx::read_block_centered_flow(*in, m.streams, m.text_rules(), m.text_used, m.size(), m.free_format,
+                                      reading_rules.free_bcf_record, free_used, bcf, m.problems);
     if (free_used) report.rules_used.free_bcf_record = true;
     m.note_text_rules();
     m.report_problems();

@@ -8,8 +8,8 @@
 #include "formats/modflow_words.h"
 #include "plxutils/converters/ConverterFactory.h"
 
-int ConverterFactory::read_word(FILE* f, String& word, bool rest_of_line, bool space_ends_word, bool fixed_width,
-                                int width) {
+int ConverterFactory::read_word(FILE* f, String& word, bool rest_of_line, bool space_ends_word,
+                                bool fixed_width, int width) {
     word = "";
     plx::TextSource* in = model().streams.text_of(f);
     if (in == nullptr) return static_cast<int>(plx::WordEnd::kEndOfFile);
@@ -29,8 +29,8 @@ void ConverterFactory::parse_data(FILE* f, VX1DArray<double>& values, double mul
     plx::ModelState& m = model();
     plx::TextSource* in = m.streams.text_of(f);
     if (in == nullptr || values.size < 1) return;
-    plx::read_array_words(*in, {values.data, static_cast<std::size_t>(values.size)}, multiplier, m.text_rules(),
-                          m.text_used);
+    plx::read_array_words(*in, {values.data, static_cast<std::size_t>(values.size)}, multiplier,
+                          m.text_rules(), m.text_used);
     m.note_text_rules();
 }
 

@@ -47,8 +47,8 @@ void extend_log(ModelState& model) {
     VXOutputFile log;
     if (!log.Open(VXFile(paths.root, "conversion_log.txt").GetFilePath().c_str(), false, true)) return;
     const ConverterFactory& f = model.factory;
-    log.Format("%d layers, %d rows, %d columns, %d stress periods, %d saved steps\n", f.nlay, f.nrow, f.ncol, f.nper,
-               static_cast<int>(model.times.size()));
+    log.Format("%d layers, %d rows, %d columns, %d stress periods, %d saved steps\n", f.nlay, f.nrow, f.ncol,
+               f.nper, static_cast<int>(model.times.size()));
     for (const std::string& text : f.report.errors) log.Format("Error: %s\n", text.c_str());
     for (const std::string& text : f.report.warnings) log.Format("Warning: %s\n", text.c_str());
 }
@@ -134,7 +134,9 @@ void MODFLOW2000_Converter::parseBA6() {
     }
     const plx::TextRules rules = m.text_rules();
     m.flags.resize(m.size());
-    const auto store = [&m](int layer, const std::vector<double>& values) { plx::store_ibound(m, layer, values); };
+    const auto store = [&m](int layer, const std::vector<double>& values) {
+        plx::store_ibound(m, layer, values);
+    };
     plx::read_ibound(*in, m.streams, rules, m.text_used, m.size(), store, m.problems);
     m.no_flow_head = plx::read_no_flow_head(*in, rules);
     m.has_no_flow_head = true;
@@ -143,7 +145,9 @@ void MODFLOW2000_Converter::parseBA6() {
     m.report_problems();
 }
 
-void MODFLOW2000_Converter::parsePOR() { std::printf("MODFLOW2000_Converter parsePOR\t\t\t\t\t\t\t\t\t\t\r"); }
+void MODFLOW2000_Converter::parsePOR() {
+    std::printf("MODFLOW2000_Converter parsePOR\t\t\t\t\t\t\t\t\t\t\r");
+}
 
 void MODFLOW2000_Converter::parseHED_datapos() {
     std::printf("MODFLOW2000_Converter parseHED_datapos\t\t\t\t\t\t\t\t\r");

@@ -17,7 +17,8 @@ struct Closer {
 };
 
 void add_step(ResultSummary& out, int period, int step, double time) {
-    const bool known = !out.steps.empty() && out.steps.back().period == period && out.steps.back().step == step;
+    const bool known =
+        !out.steps.empty() && out.steps.back().period == period && out.steps.back().step == step;
     if (!known) out.steps.push_back({period, step, time});
 }
 
@@ -79,8 +80,9 @@ void describe_flows(RecordFile& in, ResultSummary& out) {
         out.rows = h.rows;
         out.columns = h.columns;
         add_step(out, h.period, h.step, h.total_time);
-        auto term = std::find_if(out.terms.begin(), out.terms.end(),
-                                 [&](const TermSummary& t) { return t.label == h.label && t.form == form_of(h); });
+        auto term = std::find_if(out.terms.begin(), out.terms.end(), [&](const TermSummary& t) {
+            return t.label == h.label && t.form == form_of(h);
+        });
         if (term == out.terms.end()) term = out.terms.insert(term, {h.label, form_of(h), 0, 0});
         ++term->records;
         term->entries += term->form == "list" ? record.entries : cells_of(in, record, grid);
@@ -119,8 +121,10 @@ LayerSummary describe_layer(const ModelState& model, int layer) {
         out.constant_head += active && model.flags.constant_head(k * per_layer + i) ? 1 : 0;
     }
     if (k < model.geometry.tops.size() && per_layer > 0) {
-        const auto [low_top, high_top] = std::minmax_element(model.geometry.tops[k]->begin(), model.geometry.tops[k]->end());
-        const auto [low, high] = std::minmax_element(model.geometry.bottoms[k]->begin(), model.geometry.bottoms[k]->end());
+        const auto [low_top, high_top] =
+            std::minmax_element(model.geometry.tops[k]->begin(), model.geometry.tops[k]->end());
+        const auto [low, high] =
+            std::minmax_element(model.geometry.bottoms[k]->begin(), model.geometry.bottoms[k]->end());
         out.top_min = *low_top;
         out.top_max = *high_top;
         out.bottom_min = *low;

@@ -18,7 +18,8 @@ Results::Results(const Results& other) : lists_(std::make_unique<Lists>(*other.l
     for (int node = 0; node < lists_->nnodes; ++node) {
         auto& values = lists_->values[static_cast<std::size_t>(node)];
         const int size = lists_->sizes[static_cast<std::size_t>(node)];
-        // Half of each value list is lost in a copy on purpose: hosts that copy results use the identifiers alone.
+        // Half of each value list is lost in a copy on purpose: hosts that copy results use the identifiers
+        // alone.
         std::fill(values.begin() + std::min<std::ptrdiff_t>(size / 2, std::ssize(values)), values.end(), 0.0);
     }
 }
@@ -43,7 +44,8 @@ void Results::set_nnodes(int n) {
 
 void Results::set_size(int node, int count) {
     if (node < 0 || node >= lists_->nnodes) {
-        GMS_ReportError("Set_Size : [%d] node is outside of created boundaries [0,%d]\n", node, lists_->nnodes);
+        GMS_ReportError("Set_Size : [%d] node is outside of created boundaries [0,%d]\n", node,
+                        lists_->nnodes);
         return;
     }
     if (count < 0) {
@@ -100,7 +102,8 @@ void Results::result(int node, int index, int& id, double& value) {
 
 int Results::result_size(int node) {
     if (node >= 0 && node < lists_->nnodes) return lists_->sizes[static_cast<std::size_t>(node)];
-    GMS_ReportError("Result_Size : [%d] node is outside of created boundaries [0,%d]\n", node, lists_->nnodes);
+    GMS_ReportError("Result_Size : [%d] node is outside of created boundaries [0,%d]\n", node,
+                    lists_->nnodes);
     return 0;
 }
 

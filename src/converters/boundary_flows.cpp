@@ -16,16 +16,18 @@ struct Section {
 constexpr std::array<Section, 8> kSections = {{
     {kDrains, &ConverterFactory::has_drains, "writing drains\t\t\t\t\t\t\t\t\t\t\t\t\t\r", " 6.0\n"},
     {kWells, &ConverterFactory::has_wells, "writing wells\t\t\t\t\t\t\t\t\t\t\t\t\t\r", " 0.0\n"},
-    {kConstantHead, &ConverterFactory::has_constant_head, "writing constant head\t\t\t\t\t\t\t\t\t\t\t\r", "\n"},
+    {kConstantHead, &ConverterFactory::has_constant_head, "writing constant head\t\t\t\t\t\t\t\t\t\t\t\r",
+     "\n"},
     {kGeneralHead, &ConverterFactory::has_general_head, "writing general head\t\t\t\t\t\t\t\t\t\t\t\r", "\n"},
-    {kRiverLeakage, &ConverterFactory::has_river_leakage, "writing river leakage\t\t\t\t\t\t\t\t\t\t\t\r", "\n"},
+    {kRiverLeakage, &ConverterFactory::has_river_leakage, "writing river leakage\t\t\t\t\t\t\t\t\t\t\t\r",
+     "\n"},
     {kRecharge, &ConverterFactory::has_recharge, "writing recharge\t\t\t\t\t\t\t\t\t\t\t\t\r", "\n"},
     {kEt, &ConverterFactory::has_et, "writing et\t\t\t\t\t\t\t\t\t\t\t\t\t\t\r", "\n"},
     {kStorage, &ConverterFactory::has_storage, "writing storage\t\t\t\t\t\t\t\t\t\t\t\t\t\r", "\n"},
 }};
 
-void write_term(BlockWriter& out, const ModelState& model, const VX4X4Matrix& transform, const TermCells& term,
-                const char* line_end) {
+void write_term(BlockWriter& out, const ModelState& model, const VX4X4Matrix& transform,
+                const TermCells& term, const char* line_end) {
     const GridSize size = model.size();
     const auto columns = static_cast<std::size_t>(size.columns);
     const auto& x_edges = model.geometry.column_edges;
@@ -37,7 +39,8 @@ void write_term(BlockWriter& out, const ModelState& model, const VX4X4Matrix& tr
         const std::size_t row = in_layer / columns, column = in_layer % columns;
         double x = (x_edges[column] + x_edges[column + 1]) * 0.5;
         double y = (y_edges[row] + y_edges[row + 1]) * 0.5;
-        double z = ((*model.geometry.tops[layer])[in_layer] + (*model.geometry.bottoms[layer])[in_layer]) * 0.5;
+        double z =
+            ((*model.geometry.tops[layer])[in_layer] + (*model.geometry.bottoms[layer])[in_layer]) * 0.5;
         transform.transformPoint(x, y, z);
         out.fixed(x).put(' ').fixed(y).put(' ').fixed(z).put(' ').fixed(term.flows[i]).text(line_end);
     }
@@ -47,7 +50,12 @@ void write_term(BlockWriter& out, const ModelState& model, const VX4X4Matrix& tr
 
 void write_flow_header(BlockWriter& out, const ConverterFactory& factory) {
     out.text("# PLX\\GRV generated file\nGRID\n");
-    out.fixed(factory.rotation).put(' ').fixed(factory.x_origin).put(' ').fixed(factory.y_origin).text(" 0.0\n");
+    out.fixed(factory.rotation)
+        .put(' ')
+        .fixed(factory.x_origin)
+        .put(' ')
+        .fixed(factory.y_origin)
+        .text(" 0.0\n");
     out.text("TIME ").text(factory.time_units.c_str()).put('\n');
 }
 

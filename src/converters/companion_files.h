@@ -2,15 +2,16 @@
 
 #include <functional>
 
-#include "core/block_writer.h"
 #include "converters/field_file_writer.h"
 #include "converters/model_state.h"
 #include "converters/node_mesh.h"
+#include "core/block_writer.h"
 #include "plxutils/math/VX4X4Matrix.h"
 
 namespace plx {
 
-// The files that the field files of all steps share. Each begins with a comment line; the first value stands on line 2.
+// The files that the field files of all steps share. Each begins with a comment line; the first value stands
+// on line 2.
 
 /// "x y z" of every node, world coordinates.
 void write_node_coordinates(BlockWriter& out, const NodeMesh& mesh, const ModelState& model,

@@ -40,8 +40,8 @@ struct FieldHeader {
     std::vector<CellSet> cell_sets;
 };
 
-/// Writes field files: keywords, their order and numbering. Where values come from is the caller's business; he writes
-/// them after each section's start.
+/// Writes field files: keywords, their order and numbering. Where values come from is the caller's business;
+/// he writes them after each section's start.
 class FieldFileWriter {
 public:
     explicit FieldFileWriter(BlockWriter& out) : out_(out) {}

@@ -79,8 +79,8 @@ void scan_file(ModelState& model, int file, TermIndex& index) {
         if (next == BudgetNext::kEnd) return;
         if (next == BudgetNext::kUnknownType) {
             std::printf("MODFLOW::read_CCF found unidentified case %d\n", record.header.type);
-            model.note(at_byte(in, record.position) + ": budget record type " + std::to_string(record.header.type) +
-                       " is not known");
+            model.note(at_byte(in, record.position) + ": budget record type " +
+                       std::to_string(record.header.type) + " is not known");
             return;
         }
         if (next == BudgetNext::kCutShort) {
@@ -115,16 +115,17 @@ void load_list(ModelState& model, TermCells& term, const FlowRecord& flow, const
 
 void load_array(ModelState& model, TermCells& term, const FlowRecord& flow) {
     const GridSize size = model.size();
-    read_budget_arrays(*model.flows.files[static_cast<std::size_t>(flow.file)], flow.record, size,
-                       [&](int layer, const double* values, const int* layers) {
-                           for (std::size_t i = 0; i < size.per_layer(); ++i) {
-                               if (values[i] == 0.0) continue;
-                               const int k = layers == nullptr ? layer : layers[i];
-                               if (k < 0 || k >= size.layers) continue;
-                               term.cells.push_back(static_cast<int>(static_cast<std::size_t>(k) * size.per_layer() + i));
-                               term.flows.push_back(values[i]);
-                           }
-                       });
+    read_budget_arrays(
+        *model.flows.files[static_cast<std::size_t>(flow.file)], flow.record, size,
+        [&](int layer, const double* values, const int* layers) {
+            for (std::size_t i = 0; i < size.per_layer(); ++i) {
+                if (values[i] == 0.0) continue;
+                const int k = layers == nullptr ? layer : layers[i];
+                if (k < 0 || k >= size.layers) continue;
+                term.cells.push_back(static_cast<int>(static_cast<std::size_t>(k) * size.per_layer() + i));
+                term.flows.push_back(values[i]);
+            }
+        });
 }
 
 bool is_list(const BudgetHeader& h) { return h.compact && (h.type == 2 || h.type == 5); }
@@ -148,8 +149,9 @@ void scan_flows(ModelState& model, bool constant_head_anywhere) {
 bool adopt_layout(ModelState& model, RecordFile& file, const ResultLayout& layout) {
     if (!layout.record_markers && layout.real_bytes == 4) return true;
     if (!model.factory.reading_rules.detect_result_layout) {
-        model.fail(file.name() + ": byte 0: the file has 64-bit reals or Fortran record markers, which are not read by "
-                                 "these rules");
+        model.fail(file.name() +
+                   ": byte 0: the file has 64-bit reals or Fortran record markers, which are not read by "
+                   "these rules");
         return false;
     }
     model.factory.report.rules_used.detect_result_layout = true;
@@ -160,11 +162,12 @@ bool adopt_layout(ModelState& model, RecordFile& file, const ResultLayout& layou
 bool fits_grid(ModelState& model, const RecordFile& file, const BudgetRecord& record) {
     const BudgetHeader& h = record.header;
     const GridSize size = model.size();
-    if (h.columns == size.columns && h.rows == size.rows && (h.layers == size.layers || h.layers == 0)) return true;
+    if (h.columns == size.columns && h.rows == size.rows && (h.layers == size.layers || h.layers == 0))
+        return true;
     model.fail(at_byte(file, record.position) + ": flows of " + std::to_string(h.layers) + " layers, " +
-               std::to_string(h.rows) + " rows and " + std::to_string(h.columns) + " columns, the model has " +
-               std::to_string(size.layers) + ", " + std::to_string(size.rows) + " and " +
-               std::to_string(size.columns));
+               std::to_string(h.rows) + " rows and " + std::to_string(h.columns) +
+               " columns, the model has " + std::to_string(size.layers) + ", " + std::to_string(size.rows) +
+               " and " + std::to_string(size.columns));
     return false;
 }
 

@@ -38,7 +38,8 @@ struct FlowResults {
     std::map<std::pair<int, int>, Slots> positions;
     /// Times of the compact records by (stress period, step); -1 where the file does not say.
     std::map<std::pair<int, int>, double> times;
-    std::array<RealColumn, 3> faces;  ///< right, front and lower face, one value per cell; empty when never loaded
+    std::array<RealColumn, 3>
+        faces;  ///< right, front and lower face, one value per cell; empty when never loaded
     std::array<TermCells, kSlotCount> terms;
 };
 
@@ -48,11 +49,12 @@ void scan_flows(ModelState& model, bool constant_head_anywhere);
 void load_flows(ModelState& model);
 
 /// Adds a list record's entries; false when it is cut short.
-using FlowListReader = std::function<bool(RecordFile& in, const BudgetRecord& record, std::vector<BudgetEntry>& entries)>;
+using FlowListReader =
+    std::function<bool(RecordFile& in, const BudgetRecord& record, std::vector<BudgetEntry>& entries)>;
 /// The same for files whose lists are laid out in another way.
 void load_flows(ModelState& model, const FlowListReader& read_list);
-/// Notes a record of a file for its step and slot, and sets the factory's flag of the term. `times` gets the record's
-/// time even for kNoSlot, whose data are not kept.
+/// Notes a record of a file for its step and slot, and sets the factory's flag of the term. `times` gets the
+/// record's time even for kNoSlot, whose data are not kept.
 void index_flow(ModelState& model, int file, const BudgetRecord& record, BudgetSlot slot);
 /// The current step's records; null when the files hold none.
 const FlowResults::Slots* flows_of_step(const ModelState& model);

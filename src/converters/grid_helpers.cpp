@@ -44,7 +44,8 @@ void store_geometry(ModelState& model, const std::vector<double>& delr, const st
     GridGeometry& g = model.geometry;
     g.column_edges = running_sums(delr);
     g.row_edges = row_edges(delc, reversed, true_rows);
-    if (true_rows && g.row_edges != row_edges(delc, reversed, false)) f.report.rules_used.true_row_edges = true;
+    if (true_rows && g.row_edges != row_edges(delc, reversed, false))
+        f.report.rules_used.true_row_edges = true;
     g.tops = std::move(tops);
     g.bottoms = std::move(bottoms);
 }

@@ -4,8 +4,8 @@
 
 namespace plx {
 
-/// Stores the IBOUND arrays' values of one layer. A cell outside the cropping rectangle is not converted; before cell
-/// widths are known its column and row stand for x and y.
+/// Stores the IBOUND arrays' values of one layer. A cell outside the cropping rectangle is not converted;
+/// before cell widths are known its column and row stand for x and y.
 void store_ibound(ModelState& model, int layer, const std::vector<double>& values);
 
 /// Takes edges and surfaces over into the model's geometry.

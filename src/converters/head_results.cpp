@@ -11,15 +11,16 @@ namespace plx {
 namespace {
 
 void trace_header(const LayerHeader& h) {
-    std::printf("[%d %d][%f %f][%s][%d %d %d]\n", h.step, h.period, h.period_time, h.total_time, h.label.c_str(),
-                h.columns, h.rows, h.layer);
+    std::printf("[%d %d][%f %f][%s][%d %d %d]\n", h.step, h.period, h.period_time, h.total_time,
+                h.label.c_str(), h.columns, h.rows, h.layer);
 }
 
 std::string at_byte(const RecordFile& file, std::int64_t position) {
     return file.name() + ": byte " + std::to_string(position);
 }
 
-/// Notes a record's step in the time table; false, after the array's bound message, when the table has no such step.
+/// Notes a record's step in the time table; false, after the array's bound message, when the table has no
+/// such step.
 bool note_step(ModelState& model, const LayerHeader& h) {
     std::printf("Attempting to set value in time conversion %d, %d, to %f\n", h.period - 1, h.step - 1,
                 h.total_time);
@@ -34,13 +35,15 @@ bool note_step(ModelState& model, const LayerHeader& h) {
     return true;
 }
 
-std::string grid_mismatch(const RecordFile& file, std::int64_t position, const LayerHeader& h, const GridSize& size) {
+std::string grid_mismatch(const RecordFile& file, std::int64_t position, const LayerHeader& h,
+                          const GridSize& size) {
     return at_byte(file, position) + ": a layer of " + std::to_string(h.rows) + " rows and " +
            std::to_string(h.columns) + " columns, the model has " + std::to_string(size.rows) + " and " +
            std::to_string(size.columns);
 }
 
-/// Every record counts, a step is all layers in order, and the model's own size decides where the next one begins.
+/// Every record counts, a step is all layers in order, and the model's own size decides where the next one
+/// begins.
 void scan_plain(ModelState& model) {
     RecordFile& in = *model.heads.file;
     const GridSize size = model.size();
@@ -82,8 +85,8 @@ void scan_by_label(ModelState& model) {
         trace_header(h);
         if (h.columns != size.columns || h.rows != size.rows || h.layer < 1 || h.layer > size.layers) {
             model.fail(h.layer < 1 || h.layer > size.layers
-                           ? at_byte(in, record.position) + ": layer " + std::to_string(h.layer) + ", the model has " +
-                                 std::to_string(size.layers)
+                           ? at_byte(in, record.position) + ": layer " + std::to_string(h.layer) +
+                                 ", the model has " + std::to_string(size.layers)
                            : grid_mismatch(in, record.position, h, size));
             return;
         }
@@ -122,7 +125,8 @@ void load_plain(ModelState& model, std::int64_t position) {
     }
 }
 
-/// Turns the values that stand for "no head" into not-a-number and notes whether the plain meaning was another.
+/// Turns the values that stand for "no head" into not-a-number and notes whether the plain meaning was
+/// another.
 class NoHeadRule {
 public:
     NoHeadRule(const ModelState& model, bool& used)
@@ -158,7 +162,8 @@ void load_by_layer(ModelState& model, const std::vector<std::int64_t>& positions
     const bool own_markers = model.factory.reading_rules.model_no_flow_heads;
     for (std::size_t k = 0; k < positions.size(); ++k) {
         LayerHeader h;
-        if (positions[k] < 0 || !heads.file->seek(positions[k]) || !read_head_header(*heads.file, h)) continue;
+        if (positions[k] < 0 || !heads.file->seek(positions[k]) || !read_head_header(*heads.file, h))
+            continue;
         trace_header(h);
         const std::size_t first = k * size.per_layer();
         float* layer = heads.values.data() + first;
@@ -168,7 +173,8 @@ void load_by_layer(ModelState& model, const std::vector<std::int64_t>& positions
         }
         const auto& bottoms = *model.geometry.bottoms[k];
         for (std::size_t cell = 0; cell < size.per_layer(); ++cell) {
-            layer[cell] = own_markers ? rule(layer[cell], first + cell) : plain_head(layer[cell], bottoms[cell]);
+            layer[cell] =
+                own_markers ? rule(layer[cell], first + cell) : plain_head(layer[cell], bottoms[cell]);
         }
     }
 }
@@ -189,8 +195,9 @@ void scan_heads(ModelState& model) {
         if (model.heads.file->size() > 0) model.fail(name + ": byte 0: no head record begins here");
         if (f.reading_rules.head_records_only) return;
     } else if (!plain_layout && !f.reading_rules.detect_result_layout) {
-        model.fail(name + ": byte 0: the file has 64-bit reals or Fortran record markers, which are not read by "
-                          "these rules");
+        model.fail(name +
+                   ": byte 0: the file has 64-bit reals or Fortran record markers, which are not read by "
+                   "these rules");
         return;
     } else if (!plain_layout) {
         f.report.rules_used.detect_result_layout = true;

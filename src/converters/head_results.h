@@ -17,7 +17,8 @@ namespace plx {
 
 struct ModelState;
 
-/// Heads of a conversion: record positions by (stress period, step) from 0, and the values of the current step.
+/// Heads of a conversion: record positions by (stress period, step) from 0, and the values of the current
+/// step.
 struct HeadResults {
     std::unique_ptr<RecordFile> file;
     /// Positions of a step's layer records; with plain rules one, of the first layer.

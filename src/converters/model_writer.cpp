@@ -28,7 +28,9 @@ void fit_default_porosity(ConverterFactory& factory) {
     } else if (given == 1) {
         std::printf("Porosity set to %f for all [%d] layers\n", last, nlay);
     } else if (given < nlay) {
-        std::printf("Default Porosity does not equal the number of layers repeating last value for remaining layers\n");
+        std::printf(
+            "Default Porosity does not equal the number of layers repeating last value for remaining "
+            "layers\n");
     } else if (given > nlay) {
         std::printf("Default Porosity contains more values than layers, using only first %d values.\n", nlay);
     }
@@ -222,7 +224,8 @@ void ModelWriter::write_cells(BlockWriter& out) {
             if (!model_.flags.active(cell)) continue;
             if (factory_.out_head_cells) {
                 const float head = model_.heads.values[cell];
-                out.fixed(std::isnan(head) || head == -888.0F ? bottoms[i] : static_cast<double>(head)).put(' ');
+                out.fixed(std::isnan(head) || head == -888.0F ? bottoms[i] : static_cast<double>(head))
+                    .put(' ');
             }
             if (factory_.out_ccf) {
                 for (const RealColumn& face : model_.flows.faces) out.fixed(face[cell]).put(' ');
@@ -248,7 +251,8 @@ bool ModelWriter::write_companions() {
            write(geo_layers_, [this](BlockWriter& out) { write_geo_layers(out, mesh_, model_); }) &&
            write(elevations_, [this](BlockWriter& out) { write_elevations(out, mesh_, model_); }) &&
            write(connectivity_, [this](BlockWriter& out) { write_connectivity(out, mesh_, model_); }) &&
-           (!factory_.out_porosity || write(porosity_, [this](BlockWriter& out) { write_porosity(out, model_); }));
+           (!factory_.out_porosity ||
+            write(porosity_, [this](BlockWriter& out) { write_porosity(out, model_); }));
 }
 
 }  // namespace plx

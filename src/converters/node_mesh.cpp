@@ -13,7 +13,8 @@ std::vector<double> midpoints(const std::vector<double>& edges) {
 
 }  // namespace
 
-NodeMesh::NodeMesh(const GridSize& size, const GridGeometry& geometry, const CellFlags& flags, bool active_only)
+NodeMesh::NodeMesh(const GridSize& size, const GridGeometry& geometry, const CellFlags& flags,
+                   bool active_only)
     : size_(size),
       geometry_(geometry),
       flags_(flags),
@@ -25,7 +26,8 @@ NodeMesh::NodeMesh(const GridSize& size, const GridGeometry& geometry, const Cel
 }
 
 bool NodeMesh::takes_part(int layer, int cell) const {
-    return flags_.active(static_cast<std::size_t>(layer) * size_.per_layer() + static_cast<std::size_t>(cell));
+    return flags_.active(static_cast<std::size_t>(layer) * size_.per_layer() +
+                         static_cast<std::size_t>(cell));
 }
 
 void NodeMesh::number_nodes() {

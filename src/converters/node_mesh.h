@@ -9,14 +9,15 @@
 
 namespace plx {
 
-/// The nodes of a hexahedral mesh over a model grid, with their elevations and their weights over the cells around.
+/// The nodes of a hexahedral mesh over a model grid, with their elevations and their weights over the cells
+/// around.
 ///
-/// Every layer has two node planes of its own, its top and its bottom; a node stands where row line r (0 to rows) and
-/// column line c (0 to columns) cross when one of the up to four cells around is active. Nodes count from 0: layer,
-/// plane (top first), row line, column line.
+/// Every layer has two node planes of its own, its top and its bottom; a node stands where row line r (0 to
+/// rows) and column line c (0 to columns) cross when one of the up to four cells around is active. Nodes
+/// count from 0: layer, plane (top first), row line, column line.
 ///
-/// A node's elevation and head are weighted sums over the cells around it, in the order (r, c), (r-1, c), (r, c-1),
-/// (r-1, c-1). The weights grow with the square of the distance from the node to the cell's centre, as
+/// A node's elevation and head are weighted sums over the cells around it, in the order (r, c), (r-1, c), (r,
+/// c-1), (r-1, c-1). The weights grow with the square of the distance from the node to the cell's centre, as
 /// VXInterpolateGrid gives them: in the plane for elevations, in space for heads.
 class NodeMesh {
 public:
@@ -68,7 +69,8 @@ private:
     struct Plane {
         int first = 0;  ///< number of its top plane's first node
         int count = 0;  ///< nodes of one plane
-        std::vector<int> index;  ///< by row line and column line: place in the plane, -1 for none; empty without nodes
+        std::vector<int>
+            index;  ///< by row line and column line: place in the plane, -1 for none; empty without nodes
     };
     std::size_t line_index(int r, int c) const {
         return static_cast<std::size_t>(r) * static_cast<std::size_t>(size_.columns + 1) +

@@ -17,7 +17,8 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    /// Creates or truncates a stored path; a name that would be cut is refused, so that no file overwrites another.
+    /// Creates or truncates a stored path; a name that would be cut is refused, so that no file overwrites
+    /// another.
     /// @param complaint  goes to the error function when it fails, with the path for its "%s".
     bool open(const String& path, bool compressed,
               const char* complaint = "MODFLOW : Write_File - Cannot open %s for writing.\n");

@@ -7,9 +7,8 @@
 namespace plx {
 
 OutputPaths::OutputPaths(const ConverterFactory& factory) {
-    root = factory.output_folder.length() == 0
-               ? factory.project_file.GetDirectoryName()
-               : VXFile(factory.output_folder, "x").GetDirectoryName();
+    root = factory.output_folder.length() == 0 ? factory.project_file.GetDirectoryName()
+                                               : VXFile(factory.output_folder, "x").GetDirectoryName();
     title = factory.project_file.GetFileTitle();
     title.Replace(" ", "_");
     title.Replace("\t", "_");
@@ -20,7 +19,9 @@ VXFile OutputPaths::below(const char* folder, const String& name) const {
     return VXFile(root + "\\" + folder, name);
 }
 
-void OutputPaths::make_folder(const char* name) const { platform::make_directory((root + "\\" + name).c_str()); }
+void OutputPaths::make_folder(const char* name) const {
+    platform::make_directory((root + "\\" + name).c_str());
+}
 
 std::string general_reference(const VXFile& file) {
     return "..\\GENERAL\\" + std::string(file.GetFileName().c_str());

@@ -21,17 +21,18 @@ Role role_by_extension(const std::string& name) {
     return Role::kNone;
 }
 
-/// First bytes of an MT3D flow-link file, with or without a Fortran record marker before them.
+/// First bytes of an MT3D flow-link file: binary, behind a Fortran record marker, or as text (which is
+/// refused later).
 bool begins_with_link_label(std::FILE* file, bool markers_too) {
     std::array<char, 15> head{};
     platform::seek(file, 0, SEEK_SET);
     const std::size_t got = std::fread(head.data(), 1, head.size(), file);
     platform::seek(file, 0, SEEK_SET);
-    for (const std::size_t at : {std::size_t{0}, std::size_t{4}}) {
-        if (got < at + 11 || (at > 0 && !markers_too)) continue;
+    const bool text = got > 2 && head[0] == ' ' && head[1] == '\'';
+    for (const std::size_t at : {0, 2, 4}) {
+        if (got < at + 11 || (at == 2 && !text) || (at == 4 && !markers_too)) continue;
         std::string label(head.data() + at, 11);
-        std::transform(label.begin(), label.end(), label.begin(),
-                       [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+        for (char& c : label) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
         if (label == "MT3D3.00.99" || label == "MT3D4.00.00") return true;
     }
     return false;
@@ -43,7 +44,8 @@ Role role_by_content(std::FILE* file) {
         RecordFile in(file, "");
         in.set_layout(*layout);
         LayerHeader header;
-        const bool heads = in.seek(0) && read_head_header(in, header) && trimmed_label(header.label) == "HEAD";
+        const bool heads =
+            in.seek(0) && read_head_header(in, header) && trimmed_label(header.label) == "HEAD";
         platform::seek(file, 0, SEEK_SET);
         return heads ? Role::kHeads : Role::kNone;
     }
@@ -58,7 +60,8 @@ void assign_role(ModelState& model, const NameFileEntry& entry) {
     if (f.reading_rules.result_files_by_content) {
         role = role_by_content(file);
         // A link file stands in for a flow file where its name says so and no flow file is there.
-        if (role == Role::kNone && by_name == Role::kFlows && begins_with_link_label(file, true)) role = by_name;
+        if (role == Role::kNone && by_name == Role::kFlows && begins_with_link_label(file, true))
+            role = by_name;
         if (role != by_name) f.report.rules_used.result_files_by_content = true;
     }
     if (role == Role::kHeads) {
@@ -88,9 +91,7 @@ void switch_off_heads(ModelState& model) {
     f.out_head_nodes = f.out_head_cells = false;
 }
 
-void switch_off_flows(ModelState& model) {
-    model.factory.out_ccf = model.factory.out_boundary_flows = false;
-}
+void switch_off_flows(ModelState& model) { model.factory.out_ccf = model.factory.out_boundary_flows = false; }
 
 void scan_flow_file(ModelState& model) {
     ConverterFactory& f = model.factory;
@@ -137,7 +138,8 @@ bool read_name_entries(ModelState& model) {
     }
     std::erase_if(model.name_entries, [&](const NameFileEntry& entry) {
         if (VXFile(entry.path.c_str()).GetFilePath() != f.name_file.GetFilePath()) return false;
-        model.fail(display_name(entry.path) + ": line " + std::to_string(entry.line) + ": the name file names itself");
+        model.fail(display_name(entry.path) + ": line " + std::to_string(entry.line) +
+                   ": the name file names itself");
         return true;
     });
     return true;
@@ -150,7 +152,8 @@ bool open_entry(ModelState& model, const NameFileEntry& entry, const NameFileTex
                                   std::to_string(entry.line) + ": ";
         if (entry.unit < 0 || entry.unit > UnitStreams::kMaxUnit) {
             model.note(where + "unit " + std::to_string(entry.unit) + " is out of range");
-        } else if (entry.type == "BAS6" || entry.type == "BAS" || entry.type == "DIS" || entry.type == "BCF") {
+        } else if (entry.type == "BAS6" || entry.type == "BAS" || entry.type == "DIS" ||
+                   entry.type == "BCF") {
             model.note(where + entry.name + " cannot be opened");
         } else if (entry.type == "DATA(BINARY)") {
             model.warn(where + entry.name + " is not there");

@@ -19,8 +19,8 @@ bool read_name_entries(ModelState& model);
 /// Opens the file of a name-file line at its unit; a binary file's role is noted. False after a message.
 bool open_entry(ModelState& model, const NameFileEntry& entry, const NameFileTexts& texts);
 
-/// Scans heads and flows as far as outputs ask for them and files are there, switches off what cannot be served, and
-/// finds the transport results.
+/// Scans heads and flows as far as outputs ask for them and files are there, switches off what cannot be
+/// served, and finds the transport results.
 void scan_results(ModelState& model);
 
 /// The unit's text; null after a problem was noted.

@@ -5,8 +5,8 @@
 
 namespace plx {
 
-/// Numbers of one column of results, kept as wide as the file has them: models of millions of cells are common and
-/// most result files are single precision.
+/// Numbers of one column of results, kept as wide as the file has them: models of millions of cells are
+/// common and most result files are single precision.
 class RealColumn {
 public:
     void set_wide(bool wide) {

@@ -7,7 +7,8 @@ namespace plx {
 
 /// Days of one model time unit by its word: "yr", "d", "h", "min", "s"; 1.0 for any other word.
 ///
-/// @param full_words  the words of discretization files count too: "seconds", "minutes", "hours", "days", "years".
+/// @param full_words  the words of discretization files count too: "seconds", "minutes", "hours", "days",
+/// "years".
 /// @param used        set when that changed the factor.
 double day_factor(const std::string& word, bool full_words, bool& used);
 
@@ -25,8 +26,8 @@ private:
     std::map<std::string, int> seen_;
 };
 
-/// Text of the date `days` after `start_date` (days since 30 December 1899); "Invalid DateTime" when there is no such
-/// date or when the span is longer than dates can be apart.
+/// Text of the date `days` after `start_date` (days since 30 December 1899); "Invalid DateTime" when there is
+/// no such date or when the span is longer than dates can be apart.
 std::string step_date(double start_date, double days);
 
 }  // namespace plx

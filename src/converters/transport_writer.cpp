@@ -63,7 +63,7 @@ public:
         for (int done = 1; factory_.parseConcentration(values, time) != 0; ++done) {
             const double t = static_cast<double>(time);
             if (!write_time(time_control, t, t * factor, weights, nodes, values)) break;
-            ++factory_.report.steps;
+            ++factory_.report.transport_times;
             if (factory_.on_step) factory_.on_step(done, std::max(total, done));
         }
     }

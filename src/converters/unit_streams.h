@@ -15,8 +15,8 @@ namespace plx {
 /// Last component of a stored name as it is spelt on disk, for messages.
 std::string display_name(const std::string& stored);
 
-/// The streams of a conversion by Fortran unit number. The C streams stand in the factory's own array; this class
-/// opens and closes them and keeps the block reader of each text.
+/// The streams of a conversion by Fortran unit number. The C streams stand in the factory's own array; this
+/// class opens and closes them and keeps the block reader of each text.
 class UnitStreams final : public ArrayStreams {
 public:
     /// Higher unit numbers are taken for damage: the array of streams is indexed by them.
@@ -29,8 +29,9 @@ public:
     UnitStreams(const UnitStreams&) = delete;
     UnitStreams& operator=(const UnitStreams&) = delete;
 
-    /// Opens a stored name for reading at a unit, closing what was open there. Texts are opened like binaries; line
-    /// ends are the readers' work. False when the file cannot be opened or the unit is out of range.
+    /// Opens a stored name for reading at a unit, closing what was open there. Texts are opened like
+    /// binaries; line ends are the readers' work. False when the file cannot be opened or the unit is out of
+    /// range.
     bool open_unit(int number, const std::string& path);
     /// The C stream of a unit; null when nothing is open there.
     std::FILE* file(int number) const;

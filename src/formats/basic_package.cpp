@@ -27,8 +27,13 @@ bool has_word(const std::vector<std::string>& words, std::string_view word) {
 }
 
 /// Values of one layer after the other; false when the file ended. `use` may be empty.
-bool read_layers(ArrayReader& arrays, const GridSize& size, bool whole, const std::string& what,
-                 const std::function<void(int, const std::vector<double>&)>& use) {
+bool read_layers(TextSource& in, ArrayReader& arrays, const GridSize& size, bool whole, const std::string& what,
+                 const std::function<void(int, const std::vector<double>&)>& use, Problems& problems) {
+    const std::string fault = grid_size_fault(size, in.remaining());
+    if (!fault.empty()) {
+        problems.push_back(in.place() + ": " + what + ": " + fault);
+        return false;
+    }
     std::vector<double> values;
     bool all = true;
     for (int layer = 0; layer < size.layers; ++layer) {
@@ -54,7 +59,10 @@ bool read_basic_header(TextSource& in, const TextRules& rules, BasicHeader& out,
     out.periods = numbers[3];
     out.time_unit = numbers[4];
     const std::string fault = grid_size_fault(out.size, in.remaining());
-    if (!fault.empty()) problems.push_back(place + ": " + fault);
+    if (!fault.empty()) {
+        problems.push_back(place + ": " + fault);
+        out.size = {};
+    }
     in.read_line(line);
     const std::vector<std::string> options = option_words(line.substr(0, line.find('#')));
     out.free_format = has_word(options, "FREE");
@@ -86,7 +94,7 @@ bool read_ibound(TextSource& in, ArrayStreams& streams, const TextRules& rules, 
                  const std::function<void(int layer, const std::vector<double>& values)>& store,
                  Problems& problems) {
     ArrayReader arrays(in, streams, rules, used, problems);
-    return read_layers(arrays, size, true, "IBOUND", store);
+    return read_layers(in, arrays, size, true, "IBOUND", store, problems);
 }
 
 double read_no_flow_head(TextSource& in, const TextRules& rules) {
@@ -99,7 +107,7 @@ double read_no_flow_head(TextSource& in, const TextRules& rules) {
 bool read_starting_heads(TextSource& in, ArrayStreams& streams, const TextRules& rules, TextRules& used,
                          const GridSize& size, Problems& problems) {
     ArrayReader arrays(in, streams, rules, used, problems);
-    return read_layers(arrays, size, false, "starting heads", {});
+    return read_layers(in, arrays, size, false, "starting heads", {}, problems);
 }
 
 bool read_stress_periods(TextSource& in, const TextRules& rules, int count, bool steady_word,

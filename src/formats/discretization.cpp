@@ -72,8 +72,10 @@ private:
         out_.time_unit = numbers[4];
         out_.length_unit = numbers[5];
         const std::string fault = grid_size_fault(out_.size, in_.remaining());
-        if (!fault.empty()) problems_.push_back(place + ": " + fault);
-        return fault.empty();
+        if (fault.empty()) return true;
+        problems_.push_back(place + ": " + fault);
+        out_.size = {};
+        return false;
     }
 
     /// The line of LAYCBD may be missing: then the control record of DELR is next.

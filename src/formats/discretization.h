@@ -27,7 +27,7 @@ std::string length_unit_word(int code);
 
 /// Reads a discretization file.
 /// @return false when it could not be read far enough to know the grid; a problem says why. What was read is
-/// kept.
+///         kept, but a size that no grid can have becomes 0.
 bool read_discretization(TextSource& in, ArrayStreams& streams, const TextRules& rules, TextRules& used,
                          Discretization& out, Problems& problems);
 

@@ -267,8 +267,11 @@ private:
         double word = 0.0, value = 0.0;
         const auto length = static_cast<std::size_t>(last - first);
         const bool is_word = parse_double(first, last, word) == last;
-        if (is_word && item.scale == 0 && (item.decimals == 0 || std::memchr(first, '.', length)))
-            return word;
+        // The point stands where the format puts it, as a rule.
+        const auto decimals = static_cast<std::size_t>(item.decimals);
+        const bool point =
+            (length > decimals && *(last - 1 - decimals) == '.') || std::memchr(first, '.', length);
+        if (is_word && item.scale == 0 && (item.decimals == 0 || point)) return word;
         const std::string_view token(first, length);
         if (!parse_fortran_number(token, item.decimals, item.scale, value)) {
             findings_.note_bad_word(token, line_number_);

@@ -27,7 +27,8 @@ bool is_whole(const GridGeometry& geometry, const GridSize& size) {
                    return surface != nullptr && surface->size() == size.per_layer();
                });
     };
-    return fits(geometry.tops) && fits(geometry.bottoms) && std::ssize(geometry.column_edges) == size.columns + 1 &&
+    return fits(geometry.tops) && fits(geometry.bottoms) &&
+           std::ssize(geometry.column_edges) == size.columns + 1 &&
            std::ssize(geometry.row_edges) == size.rows + 1;
 }
 

@@ -47,8 +47,8 @@ bool starts_with_header(std::FILE* file, const ResultLayout& layout, const Heade
 
 std::optional<ResultLayout> detect_layer_layout(std::FILE* file) {
     const KeepPosition keep(file);
-    // The label of marked concentrations stands where that of plain 64-bit heads does, and so for the other way round:
-    // the markers, which must agree, are looked at first.
+    // The label of marked concentrations stands where that of plain 64-bit heads does, and so for the other
+    // way round: the markers, which must agree, are looked at first.
     for (const bool markers : {true, false}) {
         for (const int real_bytes : {4, 8}) {
             const ResultLayout layout{markers, real_bytes};

@@ -41,7 +41,8 @@ protected:
         VXFile project(folder_.file("small.nam").c_str());
         int outputs[Converter::kOutputs] = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0};
         plx::test::capture_stdout([&] {
-            Converter().create_converter(factory, project, 0, nullptr, false, outputs, false, 0.0, 0.0, 0.0, 0.0);
+            Converter().create_converter(factory, project, 0, nullptr, false, outputs, false, 0.0, 0.0, 0.0,
+                                         0.0);
         });
         return factory.report;
     }
@@ -72,12 +73,13 @@ TEST_F(DamagedModel, FaultsOfTextInputsNameFileAndPlace) {
         {"small.dis", "2 3 4 2 4 2", "2 -3 4 2 4 2", "small.dis: line 2"},
         {"small.dis", "2 3 4 2 4 2", "2 2147483647 2147483647 2 4 2", "small.dis: line 2"},
         {"small.dis", "2 3 4 2 4 2", "2 3 4 2000000000 4 2", "small.dis: line"},
-        {"small.dis", "CONSTANT 0.0             bottom of layer 2\n30.0 1 1.0 SS\n60.0 2 1.5 TR\n", "INTERNAL 1 (FREE) 1\n1 2 3",
-         "small.dis: line"},
+        {"small.dis", "CONSTANT 0.0             bottom of layer 2\n30.0 1 1.0 SS\n60.0 2 1.5 TR\n",
+         "INTERNAL 1 (FREE) 1\n1 2 3", "small.dis: line"},
         {"small.ba6", "EXTERNAL 14", "EXTERNAL 77", "small.ba6: line 13: no open file at unit 77"},
         {"small.ba6", "CONSTANT 15.0 ", "OPEN/CLOSE missing.dat ", "missing.dat"},
         {"small.nam", "BAS6 12 small.ba6", "BAS6 12 elsewhere.ba6", "small.nam: line 4: elsewhere.ba6"},
-        {"small.nam", "DIS  11 small.dis", "DIS  11 small.nam", "small.nam: line 3: the name file names itself"},
+        {"small.nam", "DIS  11 small.dis", "DIS  11 small.nam",
+         "small.nam: line 3: the name file names itself"},
         {"small.nam", "BAS6 12", "BAS5 12", "no basic package"},
         {"small.nam", "DIS  11", "DIS  2000000000", "unit 2000000000"},
     };

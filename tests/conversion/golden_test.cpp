@@ -1,5 +1,5 @@
-// The files of a small model that holds every term, byte by byte, as they were checked by hand once. To renew them after a
-// deliberate change run the test with PLX_RENEW_GOLDENS=1 and read the difference.
+// The files of a small model that holds every term, byte by byte, as they were checked by hand once. To renew
+// them after a deliberate change run the test with PLX_RENEW_GOLDENS=1 and read the difference.
 
 #include <gtest/gtest.h>
 #include <zlib.h>
@@ -45,7 +45,8 @@ plx::ConversionReport convert(const fs::path& out, const plx::ReadingRules& rule
     int outputs[Converter::kOutputs];
     std::fill(std::begin(outputs), std::end(outputs), 1);
     plx::test::capture_stdout([&] {
-        Converter().create_converter(factory, project, 2, porosity, compress, outputs, false, 0.0, 0.0, 0.0, 0.0);
+        Converter().create_converter(factory, project, 2, porosity, compress, outputs, false, 0.0, 0.0, 0.0,
+                                     0.0);
     });
     return factory.report;
 }
@@ -78,7 +79,8 @@ TEST(SmallModel, FilesAreThoseOfTheGoldens) {
         const char* golden;
         plx::ReadingRules rules;
         std::int64_t cells;
-    } cases[] = {{"modflow", plx::ReadingRules::modflow(), 22}, {"prescribed", plx::ReadingRules::prescribed(), 21}};
+    } cases[] = {{"modflow", plx::ReadingRules::modflow(), 22},
+                 {"prescribed", plx::ReadingRules::prescribed(), 21}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.golden);
         plx::test::TempFolder out;
@@ -116,13 +118,15 @@ TEST(SmallModel, RowsOfAFieldFileMeetItsHeaderAndCompanions) {
     const auto lines_between = [&field](const char* from, const char* to) {
         const auto begin = field.find('\n', field.find(from)) + 1;
         return std::count(field.begin() + static_cast<std::ptrdiff_t>(begin),
-                          field.begin() + static_cast<std::ptrdiff_t>(std::min(field.find(to), field.size())), '\n');
+                          field.begin() + static_cast<std::ptrdiff_t>(std::min(field.find(to), field.size())),
+                          '\n');
     };
     EXPECT_EQ(lines_between("NODE_DATA_START", "CELL_DATA_START"), 76);
     EXPECT_EQ(lines_between("CELL_DATA_START", "no such keyword"), 22);
     // The second cell set begins where the first one's ten rows end.
-    EXPECT_NE(field.find("CELL_SET_DEF 1 12 Hex \"Layer_1\" FILE \"..\\GENERAL\\connectivity.conn\" ROW 12\r\n"),
-              std::string::npos);
+    EXPECT_NE(
+        field.find("CELL_SET_DEF 1 12 Hex \"Layer_1\" FILE \"..\\GENERAL\\connectivity.conn\" ROW 12\r\n"),
+        std::string::npos);
     const std::string cells = plx::test::read_bytes(golden / "GENERAL" / "connectivity.conn");
     EXPECT_EQ(std::count(cells.begin(), cells.end(), '\n'), 1 + 22);
     const std::string nodes = plx::test::read_bytes(golden / "GENERAL" / "node_coordinates.xyz");

@@ -48,7 +48,8 @@ TEST(ConverterFactory, CornerNodesAreActiveBesideACellWithFlagOne) {
     active(0, 0, 0, 0) = 2;
     const bool expected[3][3] = {{false, false, false}, {false, true, true}, {false, true, true}};
     for (int r = 0; r < 3; ++r) {
-        for (int c = 0; c < 3; ++c) EXPECT_EQ(f.node_active(r, c, 0, active), expected[r][c]) << r << " " << c;
+        for (int c = 0; c < 3; ++c)
+            EXPECT_EQ(f.node_active(r, c, 0, active), expected[r][c]) << r << " " << c;
     }
 }
 
@@ -85,7 +86,8 @@ TEST(ConverterFactory, ExtentsIncludeTheirEdges) {
 TEST(ConverterFactory, RecordsAndWordsAreReadFromUnitStreams) {
     const plx::test::TempFolder folder;
     folder.write("data.txt", "1 2\n3\n");
-    const std::string text = folder.write("control.txt", "CONSTANT 2.5 rest\nOPEN/CLOSE data.txt 2.0(FREE) -1\r\n'a b',c\n");
+    const std::string text =
+        folder.write("control.txt", "CONSTANT 2.5 rest\nOPEN/CLOSE data.txt 2.0(FREE) -1\r\n'a b',c\n");
     OpenFactory f;
     f.project_file = VXFile(folder.file("model.nam").c_str());
     FILE* stream = std::fopen(text.c_str(), "rb");
@@ -121,7 +123,8 @@ TEST(ConverterFactory, SkipPassesLinesThenWordsAndTellsWhenTheTextEnds) {
         OpenFactory f;
         VXFileReader reader;
         reader.Open(path.c_str());
-        EXPECT_EQ(plx::test::capture_stdout([&] { EXPECT_EQ(f.skip(reader, c.words, c.lines), c.result); }), c.message);
+        EXPECT_EQ(plx::test::capture_stdout([&] { EXPECT_EQ(f.skip(reader, c.words, c.lines), c.result); }),
+                  c.message);
     }
 }
 
@@ -131,6 +134,8 @@ TEST(Converter, MissingProjectIsToldAndNothingElseHappens) {
     const std::string printed = plx::test::capture_stdout([&] {
         Converter().create_converter(factory, project, 0, nullptr, true, nullptr, false, 0.0, 0.0, 0.0, 0.0);
     });
-    EXPECT_EQ(printed, "creating converter\t\t\t\t\t\t\t\t\t\t\t\t\t\rProject file [c:\\no such folder\\x.nam] does not exist.\n");
+    EXPECT_EQ(printed,
+              "creating converter\t\t\t\t\t\t\t\t\t\t\t\t\t\rProject file [c:\\no such folder\\x.nam] does "
+              "not exist.\n");
     EXPECT_FALSE(factory.compress);
 }

@@ -40,7 +40,8 @@ struct RandomModel {
     double centre(const std::vector<double>& edges, int i) const {
         return (edges[static_cast<std::size_t>(i)] + edges[static_cast<std::size_t>(i) + 1]) * 0.5;
     }
-    /// The library's own interpolator with the cell's number as value, or no value where a cell takes no part.
+    /// The library's own interpolator with the cell's number as value, or no value where a cell takes no
+    /// part.
     VXInterpolateGrid interpolator(bool in_space, bool active_only) const {
         VXInterpolateGrid grid(size.rows, size.columns, size.layers, false);
         for (int k = 0; k < size.layers; ++k) {
@@ -50,9 +51,10 @@ struct RandomModel {
                     const auto layer = static_cast<std::size_t>(k);
                     const bool taken = !active_only || flags.active(layer * size.per_layer() + cell);
                     const double z =
-                        in_space ? ((*geometry.tops[layer])[cell] + (*geometry.bottoms[layer])[cell]) * 0.5 : 0.0;
-                    grid.set_point(taken ? static_cast<double>(cell) : -1.0, i, j, k, centre(geometry.column_edges, j),
-                                   centre(geometry.row_edges, i), z);
+                        in_space ? ((*geometry.tops[layer])[cell] + (*geometry.bottoms[layer])[cell]) * 0.5
+                                 : 0.0;
+                    grid.set_point(taken ? static_cast<double>(cell) : -1.0, i, j, k,
+                                   centre(geometry.column_edges, j), centre(geometry.row_edges, i), z);
                 }
             }
         }
@@ -76,7 +78,8 @@ TEST(NodeMesh, WeightsAndElevationsAreThoseOfTheGriddedInterpolation) {
                 mesh.elevations(k, plane, z);
                 std::size_t place = 0;
                 const auto layer = static_cast<std::size_t>(k);
-                const auto& surface = plane == 0 ? *model.geometry.tops[layer] : *model.geometry.bottoms[layer];
+                const auto& surface =
+                    plane == 0 ? *model.geometry.tops[layer] : *model.geometry.bottoms[layer];
                 mesh.each_node(k, [&](int r, int c) {
                     const double x = model.geometry.column_edges[static_cast<std::size_t>(c)];
                     const double y = model.geometry.row_edges[static_cast<std::size_t>(r)];
@@ -108,7 +111,8 @@ TEST(NodeMesh, WeightsAndElevationsAreThoseOfTheGriddedInterpolation) {
 
 TEST(NodeMesh, OnlyCornersOfActiveCellsAreNodes) {
     RandomModel model(1);
-    for (std::size_t cell = 0; cell < model.size.cells(); ++cell) model.flags.set(cell, cell == 6 ? 1 : 2, true, false);
+    for (std::size_t cell = 0; cell < model.size.cells(); ++cell)
+        model.flags.set(cell, cell == 6 ? 1 : 2, true, false);
     const NodeMesh mesh(model.size, model.geometry, model.flags, true);
     EXPECT_EQ(mesh.nodes(), 8);
     EXPECT_EQ(mesh.number(0, 0, 1, 1), 0);
@@ -122,7 +126,8 @@ TEST(NodeMesh, CellsWithoutExtentShareTheWeight) {
     GridGeometry geometry;
     geometry.column_edges = {0.0, 0.0, 0.0};
     geometry.row_edges = {0.0, 0.0};
-    geometry.tops = geometry.bottoms = {std::make_shared<const std::vector<double>>(std::vector<double>{4.0, 6.0})};
+    geometry.tops =
+        geometry.bottoms = {std::make_shared<const std::vector<double>>(std::vector<double>{4.0, 6.0})};
     CellFlags flags;
     flags.resize(size);
     flags.set(0, 1, true, false);

@@ -10,12 +10,12 @@ TEST(TimeAxis, DayFactorsKnowBriefWordsAndFullOnesOnDemand) {
         bool full;
         double factor;
         bool used;
-    } cases[] = {{"yr", false, 365.2425116, false},    {"d", false, 1.0, false},
-                 {"h", true, 1.0 / 24.0, false},       {"min", false, 1.0 / 1440.0, false},
-                 {"s", false, 1.0 / 86400.0, false},   {"S", false, 1.0, false},
-                 {"years", false, 1.0, false},         {"years", true, 365.2425116, true},
-                 {"days", true, 1.0, false},           {"seconds", true, 1.0 / 86400.0, true},
-                 {"undefined", true, 1.0, false},      {"", true, 1.0, false}};
+    } cases[] = {{"yr", false, 365.2425116, false},  {"d", false, 1.0, false},
+                 {"h", true, 1.0 / 24.0, false},     {"min", false, 1.0 / 1440.0, false},
+                 {"s", false, 1.0 / 86400.0, false}, {"S", false, 1.0, false},
+                 {"years", false, 1.0, false},       {"years", true, 365.2425116, true},
+                 {"days", true, 1.0, false},         {"seconds", true, 1.0 / 86400.0, true},
+                 {"undefined", true, 1.0, false},    {"", true, 1.0, false}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.word);
         bool used = false;
@@ -37,7 +37,7 @@ TEST(TimeAxis, DatesCountFromTheStartAndStopWhereDatesDo) {
     const struct {
         double start, days;
         const char* text;
-    } cases[] = {{0.0, 0.0, "1899-12-30 00:00:00"},   {36892.0, 12.5, "2001-01-13 12:00:00"},
+    } cases[] = {{0.0, 0.0, "1899-12-30 00:00:00"},    {36892.0, 12.5, "2001-01-13 12:00:00"},
                  {0.0, 3615898.0, "Invalid DateTime"}, {0.0, -3615898.0, "Invalid DateTime"},
                  {0.0, 1e300, "Invalid DateTime"},     {2958465.0, 2.0, "Invalid DateTime"}};
     for (const auto& c : cases) EXPECT_EQ(step_date(c.start, c.days), c.text) << c.days;

@@ -99,7 +99,7 @@ TEST(Transport, FileThatEndsEarlyEndsTheResults) {
         run.folder.write("site002.ucn", two_times({1, 3}).substr(0, length));
         run.convert();
         EXPECT_THAT(run.printed, HasSubstr("MT3D : parseConcentration - Invalid " + part));
-        EXPECT_EQ(run.report.steps, 1);
+        EXPECT_EQ(run.report.transport_times, 1);
         EXPECT_EQ(run.report.errors.size(), part.empty() ? 0U : 1U);
         ASSERT_EQ(run.report.warnings.size(), 1U);
         EXPECT_TRUE(run.report.warnings[0].starts_with("site002.ucn"));
@@ -123,7 +123,7 @@ TEST(Transport, RulesDecideWhichFilesCount) {
         Conversion run;
         run.folder.write(name, bytes);
         run.convert(modflow_rules);
-        EXPECT_EQ(run.report.steps, times);
+        EXPECT_EQ(run.report.transport_times, times);
         EXPECT_EQ(run.report.errors.empty(), *error == '\0');
         EXPECT_THAT(run.printed, HasSubstr(error));
         EXPECT_EQ(std::filesystem::exists(run.folder.path() / "MT3D"), times > 0);

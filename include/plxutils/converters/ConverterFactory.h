@@ -23,9 +23,9 @@ ModelState& plx_model_state(ConverterFactory& factory);
 
 /// Conversion of one groundwater model; the base class reads plain MODFLOW-88/96 models by their name file.
 ///
-/// A host constructs the class that fits its model, hands it to Converter::create_converter once and destroys it.
-/// Steps take no arguments and return nothing: a failed step prints its message on standard output, switches off the
-/// outputs that depend on it, and the conversion goes on.
+/// A host constructs the class that fits its model, hands it to Converter::create_converter once and destroys
+/// it. Steps take no arguments and return nothing: a failed step prints its message on standard output,
+/// switches off the outputs that depend on it, and the conversion goes on.
 class PLX_EXPORT ConverterFactory {
 public:
     ConverterFactory();
@@ -65,8 +65,8 @@ public:
     VXFile project_file;
 
     // Inputs found while parsing; one counts as set when it has a path.
-    VXFile name_file, super_file, gms_name_file, basic_file, bcf_file, discretization_file, head_file, flow_file,
-        mt3d_project_file, mt3d_transport_file, porosity_file, hdf5_file, grid_file;
+    VXFile name_file, super_file, gms_name_file, basic_file, bcf_file, discretization_file, head_file,
+        flow_file, mt3d_project_file, mt3d_transport_file, porosity_file, hdf5_file, grid_file;
 
     VX1DArray<double> default_porosity;  ///< per layer from the top
     bool crop_to_extents = false;
@@ -125,9 +125,10 @@ public:
 protected:
     // Reading helpers over the streams of unit_files.
 
-    /// Reads one MODFLOW word: 0 at the end of the file, 1 when it ended at a separator, a closing quote or the width,
-    /// 2 when it ended at the end of the line.
-    int read_word(FILE* f, String& word, bool rest_of_line, bool space_ends_word, bool fixed_width, int width);
+    /// Reads one MODFLOW word: 0 at the end of the file, 1 when it ended at a separator, a closing quote or
+    /// the width, 2 when it ended at the end of the line.
+    int read_word(FILE* f, String& word, bool rest_of_line, bool space_ends_word, bool fixed_width,
+                  int width);
     /// Reads an array-control record and its array into `values`, whose size the caller has set.
     void parse_record(FILE* f, VX1DArray<double>& values);
     /// Reads as many words as `values` holds, each times `multiplier`.
@@ -140,14 +141,15 @@ protected:
 
     /// Splits a cell number (layer-major) into layer k, row i and column j; all 0 for numbers below 1.
     void get_cell_pos(int n, int& k, int& i, int& j);
-    /// True when a cell that touches the corner node at row line r and column line c of layer k has the flag 1.
-    /// `active` is indexed by (row * ncol + column, layer).
+    /// True when a cell that touches the corner node at row line r and column line c of layer k has the
+    /// flag 1. `active` is indexed by (row * ncol + column, layer).
     bool node_active(const int& r, const int& c, const int& k, VXArray<int>& active);
-    /// World centre of the cell in column i, row j, layer k: means of its corner columns and rows (`corners` indexed by
-    /// (column line, row line, 2k, component)) and of its elevations (`elevations` indexed by (row * ncol + column, surface)),
-    /// turned by `rotation` degrees and moved.
+    /// World centre of the cell in column i, row j, layer k: means of its corner columns and rows (`corners`
+    /// indexed by (column line, row line, 2k, component)) and of its elevations (`elevations` indexed by (row
+    /// * ncol + column, surface)), turned by `rotation` degrees and moved.
     bool cell_center(double& x, double& y, double& z, VXArray<double>& elevations, VXArray<double>& corners,
-                     VXArray<int>& active, double rotation, double dx, double dy, double dz, int i, int j, int k);
+                     VXArray<int>& active, double rotation, double dx, double dy, double dz, int i, int j,
+                     int k);
     /// True without cropping, else for points in the cropping rectangle, edges included.
     bool check_extents(double x, double y);
 

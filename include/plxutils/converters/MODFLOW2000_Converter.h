@@ -2,7 +2,8 @@
 
 #include "plxutils/converters/ConverterFactory.h"
 
-/// Converts a MODFLOW model whose grid stands in a discretization file (MODFLOW 2000, 2005, NWT) by its name file.
+/// Converts a MODFLOW model whose grid stands in a discretization file (MODFLOW 2000, 2005, NWT) by its name
+/// file.
 class PLX_EXPORT MODFLOW2000_Converter : public ConverterFactory {
 public:
     MODFLOW2000_Converter();

@@ -19,16 +19,17 @@ struct SavedStep {
 
 /// A budget term of a flow file.
 struct TermSummary {
-    std::string label;         ///< trimmed
-    std::string form;          ///< "array", "layer array" or "list"
+    std::string label;  ///< trimmed
+    std::string form;   ///< "array", "layer array" or "list"
     int records = 0;
     std::int64_t entries = 0;  ///< list entries, or cells of the arrays, of all records
 };
 
 /// One binary result file.
 struct ResultSummary {
-    std::string file;  ///< name without folder, as on disk
-    std::string kind;  ///< "heads", "drawdown", "layers" (another label), "flows", "flow link", "missing", "unreadable"
+    std::string file;   ///< name without folder, as on disk
+    std::string kind;   ///< "heads", "drawdown", "layers" (another label), "flows", "flow link", "missing",
+                        ///< "unreadable"
     std::string label;  ///< label of the first record of a layer file
     bool record_markers = false;
     int real_bytes = 4;

@@ -5,14 +5,15 @@
 
 #include "plxutils/export.h"
 
-/// For each of a number of nodes, a list of (identifier, value) pairs: the cells around a node and their weights.
+/// For each of a number of nodes, a list of (identifier, value) pairs: the cells around a node and their
+/// weights.
 ///
 /// Faults are reported through the registered error function and leave the object as it was.
 class PLX_EXPORT Results {
 public:
     Results();
-    /// Copies node count, sizes and identifiers. Of each node's values only the first half arrives, the rest is 0:
-    /// deliberate, hosts that copy results count on the identifiers alone.
+    /// Copies node count, sizes and identifiers. Of each node's values only the first half arrives, the rest
+    /// is 0: deliberate, hosts that copy results count on the identifiers alone.
     Results(const Results& other);
     Results& operator=(const Results& other);
     ~Results();
@@ -31,7 +32,8 @@ public:
 
 private:
     void cleanup();
-    bool reachable(const char* missing, const char* bad_node, const char* bad_index, int node, int index) const;
+    bool reachable(const char* missing, const char* bad_node, const char* bad_index, int node,
+                   int index) const;
 
     struct Lists;
     std::unique_ptr<Lists> lists_;

@@ -10,12 +10,14 @@
 /// regard to ASCII case, the exact spelling first; for a name that does not exist yet the result is where the
 /// library would create it. On Windows the name is returned as it is.
 ///
-/// @return empty when there is no such place: a null or empty name, another drive than `c:` on POSIX, or a folder that
+/// @return empty when there is no such place: a null or empty name, another drive than `c:` on POSIX, or a
+/// folder that
 ///         does not exist.
 PLX_EXPORT String VXNativePath(const char* name);
 
-/// Tells whether a native path comes back from VXFile::SetFile as the same place: a component that begins with a dot or
-/// is longer than 127 bytes does not, nor do wildcards, double quotes and "$...>" tokens. Make the path absolute before.
+/// Tells whether a native path comes back from VXFile::SetFile as the same place: a component that begins
+/// with a dot or is longer than 127 bytes does not, nor do wildcards, double quotes and "$...>" tokens. Make
+/// the path absolute before.
 ///
 /// @param why  set when the result is false: a clause such as `the folder ".cfg" begins with a dot`.
 PLX_EXPORT bool VXCanStorePath(const char* native, String& why);

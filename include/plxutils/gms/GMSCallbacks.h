@@ -2,9 +2,9 @@
 
 #include "plxutils/export.h"
 
-/// Progress, status, error and prompt hooks of the host. A registered function replaces the one before; null switches
-/// the hook off. The slots are shared by the whole process and are not guarded: register before a conversion starts.
-/// Texts arrive as their authors wrote them, with or without a line end.
+/// Progress, status, error and prompt hooks of the host. A registered function replaces the one before; null
+/// switches the hook off. The slots are shared by the whole process and are not guarded: register before a
+/// conversion starts. Texts arrive as their authors wrote them, with or without a line end.
 extern "C" {
 typedef double (*GMS_PromptFunc)(const char* question);
 typedef void (*GMS_MessageFunc)(const char* message);
