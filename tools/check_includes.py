@@ -149,6 +149,8 @@ class Checker:
         if source.area == 'include':
             if target.area != 'include':
                 return 'a public header includes public headers only'
+            if not source.layer:  # PLXUtils.h is all of them
+                return None
             return self.between_layers(source.layer, target)
         if source.area == 'src':
             if target.area not in ('include', 'src'):

@@ -103,7 +103,7 @@ void ConverterFactory::parseBA6() {
     plx::TextRules& used = m.text_used;
     const plx::TextRules rules = m.text_rules();
     plx::BasicHeader header;
-    if (!plx::read_basic_header(*in, rules, header, m.problems)) return m.report_problems();
+    if (!plx::read_basic_header(*in, m.streams, rules, header, m.problems)) return m.report_problems();
     nlay = header.size.layers;
     nrow = header.size.rows;
     ncol = header.size.columns;

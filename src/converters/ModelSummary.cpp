@@ -7,6 +7,7 @@
 #include "converters/model_state.h"
 #include "formats/budget_records.h"
 #include "formats/layer_records.h"
+#include "formats/link_records.h"
 #include "platform/platform.h"
 
 namespace plx {
@@ -50,7 +51,8 @@ const char* form_of(const BudgetHeader& h) {
     return h.type == 2 || h.type == 5 ? "list" : "layer array";
 }
 
-std::int64_t cells_of(RecordFile& in, const BudgetRecord& record, const GridSize& grid) {
+std::int64_t cells_of(RecordFile& in, const BudgetRecord& record) {
+    const GridSize grid{record.header.layers, record.header.rows, record.header.columns};
     std::int64_t cells = 0;
     const std::int64_t back = in.position();
     read_budget_arrays(in, record, grid, [&](int, const double* values, const int*) {
@@ -58,6 +60,20 @@ std::int64_t cells_of(RecordFile& in, const BudgetRecord& record, const GridSize
     });
     in.seek(back);
     return cells;
+}
+
+void add_term(ResultSummary& out, RecordFile& in, const BudgetRecord& record) {
+    const BudgetHeader& h = record.header;
+    out.layers = h.layers;
+    out.rows = h.rows;
+    out.columns = h.columns;
+    add_step(out, h.period, h.step, h.total_time);
+    const std::string form = form_of(h);
+    auto term = std::find_if(out.terms.begin(), out.terms.end(),
+                             [&](const TermSummary& t) { return t.label == h.label && t.form == form; });
+    if (term == out.terms.end()) term = out.terms.insert(term, {h.label, form, 0, 0});
+    ++term->records;
+    term->entries += form == "list" ? record.entries : cells_of(in, record);
 }
 
 void describe_flows(RecordFile& in, ResultSummary& out) {
@@ -76,16 +92,30 @@ void describe_flows(RecordFile& in, ResultSummary& out) {
         }
         const BudgetHeader& h = record.header;
         grid = {h.layers, h.rows, h.columns};
-        out.layers = h.layers;
-        out.rows = h.rows;
-        out.columns = h.columns;
-        add_step(out, h.period, h.step, h.total_time);
-        auto term = std::find_if(out.terms.begin(), out.terms.end(), [&](const TermSummary& t) {
-            return t.label == h.label && t.form == form_of(h);
-        });
-        if (term == out.terms.end()) term = out.terms.insert(term, {h.label, form_of(h), 0, 0});
-        ++term->records;
-        term->entries += term->form == "list" ? record.entries : cells_of(in, record, grid);
+        add_term(out, in, record);
+    }
+}
+
+void describe_link(RecordFile& in, ResultSummary& out, std::FILE* file) {
+    out.kind = "flow link";
+    const auto layout = detect_link_layout(file);
+    bool old_version = false;
+    if (layout) note_layout(out, in, *layout);
+    if (!layout || !in.seek(0) || !read_link_header(in, old_version)) {
+        out.problem = is_text_link(file) ? "a link file in text form is not read"
+                                         : "byte 0: the link header is damaged";
+        return;
+    }
+    for (;;) {
+        BudgetRecord record;
+        const LinkNext next = next_link_record(in, record);
+        if (next == LinkNext::kEnd) return;
+        if (next != LinkNext::kRecord) {
+            out.problem =
+                "byte " + std::to_string(record.position) + ": the record is cut short or not known";
+            return;
+        }
+        add_term(out, in, record);
     }
 }
 
@@ -104,6 +134,8 @@ ResultSummary describe(std::FILE* file, const std::string& path) {
     } else if (const auto flows = detect_budget_layout(file)) {
         note_layout(out, in, *flows);
         if (in.seek(0)) describe_flows(in, out);
+    } else if (begins_as_link(file, true)) {
+        describe_link(in, out, file);
     } else {
         out.kind = "unreadable";
         out.problem = in.size() == 0 ? "the file is empty" : "byte 0: no head or budget record begins here";

@@ -1,11 +1,10 @@
 #include "converters/project_steps.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
-#include <string_view>
 
 #include "converters/transport.h"
+#include "formats/link_records.h"
 #include "platform/platform.h"
 
 namespace plx {
@@ -21,25 +20,8 @@ Role role_by_extension(const std::string& name) {
     return Role::kNone;
 }
 
-/// First bytes of an MT3D flow-link file: binary, behind a Fortran record marker, or as text (which is
-/// refused later).
-bool begins_with_link_label(std::FILE* file, bool markers_too) {
-    std::array<char, 15> head{};
-    platform::seek(file, 0, SEEK_SET);
-    const std::size_t got = std::fread(head.data(), 1, head.size(), file);
-    platform::seek(file, 0, SEEK_SET);
-    const bool text = got > 2 && head[0] == ' ' && head[1] == '\'';
-    for (const std::size_t at : {0, 2, 4}) {
-        if (got < at + 11 || (at == 2 && !text) || (at == 4 && !markers_too)) continue;
-        std::string label(head.data() + at, 11);
-        for (char& c : label) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-        if (label == "MT3D3.00.99" || label == "MT3D4.00.00") return true;
-    }
-    return false;
-}
-
 Role role_by_content(std::FILE* file) {
-    if (begins_with_link_label(file, true)) return Role::kNone;
+    if (begins_as_link(file, true)) return Role::kNone;
     if (const auto layout = detect_layer_layout(file)) {
         RecordFile in(file, "");
         in.set_layout(*layout);
@@ -60,15 +42,14 @@ void assign_role(ModelState& model, const NameFileEntry& entry) {
     if (f.reading_rules.result_files_by_content) {
         role = role_by_content(file);
         // A link file stands in for a flow file where its name says so and no flow file is there.
-        if (role == Role::kNone && by_name == Role::kFlows && begins_with_link_label(file, true))
-            role = by_name;
+        if (role == Role::kNone && by_name == Role::kFlows && begins_as_link(file, true)) role = by_name;
         if (role != by_name) f.report.rules_used.result_files_by_content = true;
     }
     if (role == Role::kHeads) {
         f.hed_unit = entry.unit;
         f.head_file = VXFile(entry.path.c_str());
     } else if (role == Role::kFlows) {
-        const bool link = begins_with_link_label(file, true);
+        const bool link = begins_as_link(file, true);
         if (link && !model.flow_units.empty()) return;
         f.ccf_unit = entry.unit;
         f.flow_file = VXFile(entry.path.c_str());
@@ -101,7 +82,7 @@ void scan_flow_file(ModelState& model) {
         switch_off_flows(model);
         return;
     }
-    if (begins_with_link_label(file, f.reading_rules.detect_result_layout)) {
+    if (begins_as_link(file, f.reading_rules.detect_result_layout)) {
         f.mt3d_ccf_mode = 1;
         f.parseMT3D_CCF_datapos();
     } else {

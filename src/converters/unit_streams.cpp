@@ -1,5 +1,7 @@
 #include "converters/unit_streams.h"
 
+#include <algorithm>
+
 #include "formats/name_file.h"
 #include "platform/host_path.h"
 #include "platform/platform.h"
@@ -69,6 +71,14 @@ TextSource* UnitStreams::open(const std::string& name) {
     if (!opened_) return nullptr;
     opened_text_ = std::make_unique<TextSource>(opened_.get(), display_name(path));
     return opened_text_.get();
+}
+
+long long UnitStreams::most_cells() const {
+    constexpr long long kFree = 5'000'000, kCellsPerByte = 16;
+    long long bytes = 0;
+    for (const auto& [number, path] : paths_)
+        bytes += std::max<std::int64_t>(platform::file_size(file(number)), 0);
+    return std::min(kFree + kCellsPerByte * bytes, kMaxCells);
 }
 
 }  // namespace plx

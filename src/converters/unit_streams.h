@@ -42,6 +42,9 @@ public:
 
     TextSource* unit(int number) override;
     TextSource* open(const std::string& name) override;
+    /// A model's arrays and results hold at least some bytes for each cell, once it is larger than constants
+    /// alone are good for.
+    long long most_cells() const override;
 
 private:
     struct Closer {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "formats/fortran_format.h"
+#include "formats/grid_geometry.h"
 #include "formats/problems.h"
 #include "formats/text_source.h"
 
@@ -31,6 +32,9 @@ public:
     /// Opens a file named in an OPEN/CLOSE record, relative to the project's folder; null when it cannot be
     /// opened. The source lives until the next call.
     virtual TextSource* open(const std::string& name) = 0;
+    /// The largest grid that the files of the model can be meant for: a few lines of constants may announce
+    /// any.
+    virtual long long most_cells() const { return kMaxCells; }
 };
 
 struct ArrayTarget {

@@ -27,8 +27,9 @@ bool has_word(const std::vector<std::string>& words, std::string_view word) {
 }
 
 /// Values of one layer after the other; false when the file ended. `use` may be empty.
-bool read_layers(TextSource& in, ArrayReader& arrays, const GridSize& size, bool whole, const std::string& what,
-                 const std::function<void(int, const std::vector<double>&)>& use, Problems& problems) {
+bool read_layers(TextSource& in, ArrayReader& arrays, const GridSize& size, bool whole,
+                 const std::string& what, const std::function<void(int, const std::vector<double>&)>& use,
+                 Problems& problems) {
     const std::string fault = grid_size_fault(size, in.remaining());
     if (!fault.empty()) {
         problems.push_back(in.place() + ": " + what + ": " + fault);
@@ -48,7 +49,8 @@ bool read_layers(TextSource& in, ArrayReader& arrays, const GridSize& size, bool
 
 }  // namespace
 
-bool read_basic_header(TextSource& in, const TextRules& rules, BasicHeader& out, Problems& problems) {
+bool read_basic_header(TextSource& in, const ArrayStreams& streams, const TextRules& rules, BasicHeader& out,
+                       Problems& problems) {
     std::string line;
     in.read_line(line);
     in.read_line(line);
@@ -58,7 +60,7 @@ bool read_basic_header(TextSource& in, const TextRules& rules, BasicHeader& out,
     out.size = {numbers[0], numbers[1], numbers[2]};
     out.periods = numbers[3];
     out.time_unit = numbers[4];
-    const std::string fault = grid_size_fault(out.size, in.remaining());
+    const std::string fault = grid_size_fault(out.size, in.remaining(), streams.most_cells());
     if (!fault.empty()) {
         problems.push_back(place + ": " + fault);
         out.size = {};

@@ -22,8 +22,10 @@ struct BasicHeader {
     int first_unit = 0;      ///< its first entry
 };
 
-/// Reads headings, sizes and options line of a MODFLOW-88/96 basic package; false when they are no grid.
-bool read_basic_header(TextSource& in, const TextRules& rules, BasicHeader& out, Problems& problems);
+/// Reads headings, sizes and options line of a MODFLOW-88/96 basic package; false when they are no grid,
+/// whose size is then 0.
+bool read_basic_header(TextSource& in, const ArrayStreams& streams, const TextRules& rules, BasicHeader& out,
+                       Problems& problems);
 /// IAPART and ISTRT.
 void skip_iapart(TextSource& in, const TextRules& rules);
 

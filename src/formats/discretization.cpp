@@ -49,7 +49,8 @@ public:
           rules_(rules),
           out_(out),
           problems_(problems),
-          arrays_(in, streams, rules, used, problems) {}
+          arrays_(in, streams, rules, used, problems),
+          most_cells_(streams.most_cells()) {}
 
     bool read() {
         int periods = 0;
@@ -71,7 +72,7 @@ private:
         periods = numbers[3];
         out_.time_unit = numbers[4];
         out_.length_unit = numbers[5];
-        const std::string fault = grid_size_fault(out_.size, in_.remaining());
+        const std::string fault = grid_size_fault(out_.size, in_.remaining(), most_cells_);
         if (fault.empty()) return true;
         problems_.push_back(place + ": " + fault);
         out_.size = {};
@@ -148,6 +149,7 @@ private:
     Discretization& out_;
     Problems& problems_;
     ArrayReader arrays_;
+    long long most_cells_;
     std::vector<double> beds_;
 };
 

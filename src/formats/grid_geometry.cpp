@@ -5,7 +5,7 @@
 
 namespace plx {
 
-std::string grid_size_fault(const GridSize& size, std::int64_t bytes_left) {
+std::string grid_size_fault(const GridSize& size, std::int64_t bytes_left, long long most_cells) {
     constexpr int kMaxExtent = 10'000'000;
     const bool possible = std::min({size.layers, size.rows, size.columns}) >= 1 &&
                           std::max({size.layers, size.rows, size.columns}) <= kMaxExtent &&
@@ -14,6 +14,9 @@ std::string grid_size_fault(const GridSize& size, std::int64_t bytes_left) {
     if (!possible) {
         return std::to_string(size.layers) + " layers, " + std::to_string(size.rows) + " rows and " +
                std::to_string(size.columns) + " columns are no grid";
+    }
+    if (static_cast<long long>(size.cells()) > most_cells) {
+        return std::to_string(size.cells()) + " cells, which the model's files are too small for";
     }
     // Each layer takes up a line at least.
     if (size.layers <= bytes_left) return {};

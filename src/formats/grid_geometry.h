@@ -21,9 +21,10 @@ struct GridSize {
 /// A model grid above this many cells is taken for a damaged file.
 inline constexpr long long kMaxCells = 100'000'000;
 
-/// Why the size cannot be that of a model grid: an extent below 1 or above ten million, more than kMaxCells
-/// cells, or more layers than `bytes_left`, the rest of the file, could describe; empty when it can.
-std::string grid_size_fault(const GridSize& size, std::int64_t bytes_left);
+/// Why the size cannot be that of a model grid: an extent below 1 or above ten million, more than
+/// `most_cells` or kMaxCells cells, or more layers than `bytes_left`, the rest of the file, could describe;
+/// empty when it can.
+std::string grid_size_fault(const GridSize& size, std::int64_t bytes_left, long long most_cells = kMaxCells);
 
 /// Cell edges and layer surfaces of a grid, in model length units and grid coordinates.
 struct GridGeometry {

@@ -126,6 +126,23 @@ bool is_text_link(std::FILE* file) {
            std::memcmp(begin.data(), " 'MT3D", begin.size()) == 0;
 }
 
+/// First bytes of an MT3D flow-link file: binary, behind a Fortran record marker, or as text (which is
+/// refused later).
+bool begins_as_link(std::FILE* file, bool markers_too) {
+    std::array<char, 15> head{};
+    platform::seek(file, 0, SEEK_SET);
+    const std::size_t got = std::fread(head.data(), 1, head.size(), file);
+    platform::seek(file, 0, SEEK_SET);
+    const bool text = got > 2 && head[0] == ' ' && head[1] == '\'';
+    for (const std::size_t at : {0, 2, 4}) {
+        if (got < at + 11 || (at == 2 && !text) || (at == 4 && !markers_too)) continue;
+        std::string label(head.data() + at, 11);
+        for (char& c : label) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+        if (label == "MT3D3.00.99" || label == "MT3D4.00.00") return true;
+    }
+    return false;
+}
+
 std::optional<ResultLayout> detect_link_layout(std::FILE* file) {
     const KeepPosition keep(file);
     std::optional<ResultLayout> best;

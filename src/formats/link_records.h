@@ -10,6 +10,9 @@
 
 namespace plx {
 
+/// True when a file begins as a link file does: with the text "MT3D3.00.99" or "MT3D4.00.00" in any case,
+/// binary, as text, or with `markers_too` behind a Fortran record marker. The stream is left at its start.
+bool begins_as_link(std::FILE* file, bool markers_too);
 /// True for the text form of a link file: its first line begins with a blank and an apostrophe.
 bool is_text_link(std::FILE* file);
 /// Tells the layout of a link file from its header and its first record; empty for other files. The stream's

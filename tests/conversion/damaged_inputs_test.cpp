@@ -72,6 +72,8 @@ TEST_F(DamagedModel, FaultsOfTextInputsNameFileAndPlace) {
     } cases[] = {
         {"small.dis", "2 3 4 2 4 2", "2 -3 4 2 4 2", "small.dis: line 2"},
         {"small.dis", "2 3 4 2 4 2", "2 2147483647 2147483647 2 4 2", "small.dis: line 2"},
+        {"small.dis", "2 3 4 2 4 2", "2 6000 6000 2 4 2",
+         "72000000 cells, which the model's files are too small for"},
         {"small.dis", "2 3 4 2 4 2", "2 3 4 2000000000 4 2", "small.dis: line"},
         {"small.dis", "CONSTANT 0.0             bottom of layer 2\n30.0 1 1.0 SS\n60.0 2 1.5 TR\n",
          "INTERNAL 1 (FREE) 1\n1 2 3", "small.dis: line"},

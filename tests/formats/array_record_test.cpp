@@ -57,7 +57,6 @@ TEST(ArrayRecord, FormsUnderBothRules) {
         {"EXTERNAL 20 0 (FREE)\n", "0 0 0 0", "5 6 7 8", "z"},
         {"OPEN/CLOSE data.txt 2.0(FREE) -1\n", "2 4 6 8", "2 4 6 8", ""},
         {"OPEN/CLOSE 'data.txt' 0 (FREE)\n", "0 0 0 0", "1 2 3 4", "z"},
-        {"20 1(FREE)\n", "5 6 7 8", "5 6 7 8", ""},
         {"         0    35.000(10e12.4)    0 TOP\n", "0 0 0 0", "35 35 35 35", "u"},
         {"        201.0000E+00(2F2.0)\n", "0 0 0 0", "5 6 7 8", "o"},
         {"\n", "0 0 0 0", "0 0 0 0", "u"},
@@ -75,7 +74,6 @@ TEST(ArrayRecord, FormsUnderBothRules) {
 TEST(ArrayRecord, Trace) {
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"CONSTANT 5  DELR\n", "[CONSTANT\t5\t DELR]\n"},
-        {"CONSTANT (F) 2\n", "[CONSTANT\t(F)\t2\t]\n"},
         {"EXTERNAL 20 1.0(FREE) -1\n", "[EXTERNAL\t20\t1.0(FREE)\t-1]\n"},
         {"OPEN/CLOSE data.txt 1 x\n", "[OPEN/CLOSE\tdata.txt\t1\tx]\n"},
         {"20 1 (FREE)\n", "[20\t1\t(FREE)]\n"},

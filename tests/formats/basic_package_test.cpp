@@ -19,7 +19,7 @@ TEST(BasicPackage, HeaderAndOptions) {
             TextSource::of_text("# a\nb\n 2 3 4 5 1 x\n" + options + "\n 0\n-1 IAPART\nnext", "a");
         BasicHeader header;
         Problems problems;
-        EXPECT_TRUE(read_basic_header(in, {}, header, problems));
+        EXPECT_TRUE(read_basic_header(in, test::MemoryStreams(), {}, header, problems));
         EXPECT_EQ(header.size.cells(), 24u);
         EXPECT_EQ(header.periods, 5);
         std::string found = header.free_format ? "free " : "";

@@ -40,19 +40,5 @@ TEST(ModflowWords, WordsAndTheirEnds) {
     EXPECT_TRUE(tab_met);
 }
 
-TEST(ModflowWords, MissingFieldsStayOnTheirLine) {
-    TextSource in = TextSource::of_text("7 8\n9 ten 11\n12\n", "x");
-    LineWords first(in, false);
-    EXPECT_EQ(first.next_int(), 7);
-    EXPECT_EQ(first.next_int(), 8);
-    EXPECT_EQ(first.next(), "");
-    first.finish();
-    LineWords second(in, false);
-    EXPECT_DOUBLE_EQ(second.next_double(), 9.0);
-    EXPECT_EQ(second.rest(), "ten 11");
-    EXPECT_EQ(second.next(), "");
-    EXPECT_EQ(in.peek_line(), "12");
-}
-
 }  // namespace
 }  // namespace plx
