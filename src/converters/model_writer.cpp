@@ -77,7 +77,10 @@ void ModelWriter::build_mesh() {
 }
 
 void ModelWriter::write_transport() {
-    if (!mesh_.has_weights() && has_concentrations(model_)) mesh_.build_weights();
+    if (has_concentrations(model_)) {
+        if (model_.flags.empty()) return;
+        if (!mesh_.has_weights()) mesh_.build_weights();
+    }
     write_transport_results(model_, mesh_, paths_);
 }
 

@@ -38,7 +38,6 @@ private:
     NodeMesh mesh_;
     VXFile coordinates_, geo_layers_, elevations_, connectivity_, flow_data_, porosity_, time_control_;
     FieldHeader header_;
-    bool shared_header_ready_ = false;
 };
 
 /// Rotation about z, then the grid's origin.

@@ -134,7 +134,7 @@ bool begins_as_link(std::FILE* file, bool markers_too) {
     const std::size_t got = std::fread(head.data(), 1, head.size(), file);
     platform::seek(file, 0, SEEK_SET);
     const bool text = got > 2 && head[0] == ' ' && head[1] == '\'';
-    for (const std::size_t at : {0, 2, 4}) {
+    for (const std::size_t at : {std::size_t{0}, std::size_t{2}, std::size_t{4}}) {
         if (got < at + 11 || (at == 2 && !text) || (at == 4 && !markers_too)) continue;
         std::string label(head.data() + at, 11);
         for (char& c : label) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;

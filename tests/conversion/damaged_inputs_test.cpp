@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// A copy of the small model that a test may damage, converted with every output but transport on.
+/// A copy of the small model that a test may damage, converted with every output on.
 class DamagedModel : public testing::Test {
 protected:
     DamagedModel() {
@@ -39,7 +39,7 @@ protected:
         factory.reading_rules = rules;
         factory.keep_log = false;
         VXFile project(folder_.file("small.nam").c_str());
-        int outputs[Converter::kOutputs] = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0};
+        int outputs[Converter::kOutputs] = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
         plx::test::capture_stdout([&] {
             Converter().create_converter(factory, project, 0, nullptr, false, outputs, false, 0.0, 0.0, 0.0,
                                          0.0);

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes small.hds and small.cbb: made-up results in MODFLOW's binary layouts, with round numbers that are easy to find
+"""Writes small.hds, small.cbb, small001.ucn and MT3D002.UCN: made-up results in MODFLOW's binary layouts, with round numbers that are easy to find
 again in the converted files. Little-endian, 32-bit reals, no record markers."""
 import struct
 
@@ -66,6 +66,20 @@ def budget():
     return out
 
 
+def concentrations(species):
+    out = b''
+    for step, time in ((4, 12.5), (9, 60.0)):
+        for k in range(NLAY):
+            out += struct.pack('<iiif16siii', step, 1, 1, time, b'CONCENTRATION', NCOL, NROW, k + 1)
+            cells = [(k, i, j) for i in range(NROW) for j in range(NCOL)]
+            out += b''.join(struct.pack('<f', 1.0e30 if c in INACTIVE else species + c[2] + time / 8) for c in cells)
+    return out
+
+
+with open('small001.ucn', 'wb') as f:
+    f.write(concentrations(1))
+with open('MT3D002.UCN', 'wb') as f:
+    f.write(concentrations(20))
 with open('small.hds', 'wb') as f:
     f.write(heads())
 with open('small.cbb', 'wb') as f:
