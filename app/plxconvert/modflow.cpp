@@ -87,12 +87,6 @@ void run_converter(ConverterFactory& factory, const std::filesystem::path& proje
                                  box[3]);
 }
 
-bool has_transport_files(const ConversionReport& report) {
-    return std::any_of(report.files.begin(), report.files.end(), [](const std::string& file) {
-        return lower(VXFile(file.c_str()).GetDirectoryName().c_str()).ends_with("\\mt3d");
-    });
-}
-
 /// Adds what a person asked for by name and did not get, and a conversion without field files.
 void add_missing(const ConverterFactory& factory, const OutputChoice& choice,
                  std::vector<std::string>& errors) {
@@ -100,7 +94,7 @@ void add_missing(const ConverterFactory& factory, const OutputChoice& choice,
         const Output& output = output_table()[i];
         // The library clears the choices that it cannot serve, but leaves MT3D on.
         const bool served = factory.*output.flag && (output.flag != &ConverterFactory::out_mt3d ||
-                                                     has_transport_files(factory.report));
+                                                     factory.report.transport_times > 0);
         if (choice.named[i] && !served) {
             errors.push_back(std::string("output '") + output.name +
                              "' was asked for, but the model has none");

@@ -79,7 +79,7 @@ void load_link_flows(ModelState& model) {
 }  // namespace plx
 
 void ConverterFactory::parseMT3D_CCF_datapos() {
-    std::printf("Generic parseMT3D_FLO_datapos\t\t\t\t\t\t\t\t\t\t\t\r");
+    std::printf("Generic parseMT3D_FLO_datapos\t\t\t\t\t\t\t\t\t\t\r");
     if (model().streams.file(ccf_unit) == nullptr) {
         std::printf("%s file not found\n", flow_file.GetFilePath().c_str());
         return;

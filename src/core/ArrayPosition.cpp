@@ -6,9 +6,9 @@
 
 namespace {
 
-bool inside(char letter, int index, int extent) {
+bool inside(const char* message, int index, int extent) {
     if (index >= 0 && index < extent) return true;
-    std::printf("Index out of bounds! (%c: %d>=%d)\n", letter, index, extent);
+    std::printf(message, index, extent);
     return false;
 }
 
@@ -34,8 +34,10 @@ void ArrayPosition::SetDimensions(int ires, int jres, int kres, int veclen) {
 }
 
 int ArrayPosition::operator()(int i, int j, int k, int v) const {
-    const bool good =
-        inside('i', i, ires_) && inside('j', j, jres_) && inside('k', k, kres_) && inside('v', v, veclen_);
+    const bool good = inside("Index out of bounds! (i: %d>=%d)\n", i, ires_) &&
+                      inside("Index out of bounds! (j: %d>=%d)\n", j, jres_) &&
+                      inside("Index out of bounds! (k: %d>=%d)\n", k, kres_) &&
+                      inside("Index out of bounds! (v: %d>=%d)\n", v, veclen_);
     return good ? index(i, j, k, v) : 0;
 }
 
