@@ -84,14 +84,5 @@ TEST_F(Info, ResultFileCutShortIsDescribedAndBlamed) {
     EXPECT_NE(json::parse(run.out)["problem"], "");
 }
 
-TEST_F(Info, LongListsOfStepsAreCutInText) {
-    std::string many;
-    for (int i = 0; i < 20; ++i) many += small_model_heads();
-    const ToolRun run = run_tool({"info", folder_.write("many.hds", many)});
-    EXPECT_EQ(run.code, 0);
-    EXPECT_THAT(run.out, HasSubstr("40 saved steps"));
-    EXPECT_THAT(run.out, HasSubstr("\n  ... 28 more ...\n"));
-}
-
 }  // namespace
 }  // namespace plx::test

@@ -109,18 +109,6 @@ TEST(NodeMesh, WeightsAndElevationsAreThoseOfTheGriddedInterpolation) {
     }
 }
 
-TEST(NodeMesh, OnlyCornersOfActiveCellsAreNodes) {
-    RandomModel model(1);
-    for (std::size_t cell = 0; cell < model.size.cells(); ++cell)
-        model.flags.set(cell, cell == 6 ? 1 : 2, true, false);
-    const NodeMesh mesh(model.size, model.geometry, model.flags, true);
-    EXPECT_EQ(mesh.nodes(), 8);
-    EXPECT_EQ(mesh.number(0, 0, 1, 1), 0);
-    EXPECT_EQ(mesh.number(0, 1, 2, 2), 7);
-    EXPECT_EQ(mesh.number(0, 0, 0, 0), -1);
-    EXPECT_EQ(mesh.number(1, 0, 1, 1), -1);
-}
-
 TEST(NodeMesh, CellsWithoutExtentShareTheWeight) {
     const GridSize size{1, 1, 2};
     GridGeometry geometry;
