@@ -58,7 +58,7 @@ bool mentions(const plx::ConversionReport& report, const std::string& text) {
 std::string joined(const plx::ConversionReport& report) {
     std::string all;
     for (const std::string& e : report.errors) all += e + "\n";
-    return all.empty() ? "(no error)" : all;
+    return all;
 }
 
 }  // namespace

@@ -118,8 +118,7 @@ TEST(NodeMesh, CellsWithoutExtentShareTheWeight) {
         geometry.bottoms = {std::make_shared<const std::vector<double>>(std::vector<double>{4.0, 6.0})};
     CellFlags flags;
     flags.resize(size);
-    flags.set(0, 1, true, false);
-    flags.set(1, 1, true, false);
+    for (const std::size_t cell : {0U, 1U}) flags.set(cell, 1, true, false);
     std::vector<double> z;
     NodeMesh(size, geometry, flags, false).elevations(0, 0, z);
     EXPECT_EQ(z, (std::vector<double>{4.0, 5.0, 6.0, 4.0, 5.0, 6.0}));
