@@ -65,31 +65,6 @@ const char* scan_exponent(const char* p, const char* last, std::int64_t& exponen
     return q;
 }
 
-constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
-// What nearly every number of an array looks like: up to 18 digits with a point among them and no exponent.
-// Null when the text is anything else.
-const char* parse_short(const char* p, const char* last, double& magnitude) {
-    const auto digit = [&p, last] { return p != last && static_cast<unsigned char>(*p - '0') < 10; };
-    const char* const first = p;
-    std::uint64_t mantissa = 0;
-    while (digit()) mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
-    std::ptrdiff_t digits = p - first, decimals = 0;
-    if (p != last && *p == '.') {
-        const char* const fraction = ++p;
-        while (digit()) mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
-        decimals = p - fraction;
-        digits += decimals;
-    }
-    // A letter may begin an exponent or turn a zero into a hexadecimal number.
-    if (digits < 1 || digits > 18 || (p != last && *p >= 'A')) return nullptr;
-    // Both operands are exact, so the division rounds correctly.
-    if (mantissa >= (std::uint64_t{1} << 53)) return nullptr;
-    magnitude = static_cast<double>(mantissa) / kPowers[decimals];
-    return p;
-}
-
 // The nearest double for what the exact short cut does not cover.
 double nearest(const Decimal& d, std::int64_t typed_exponent) {
     if (d.mantissa == 0) return 0.0;
@@ -131,16 +106,11 @@ double nearest(const Decimal& d, std::int64_t typed_exponent) {
 
 }  // namespace
 
-const char* parse_double(const char* first, const char* last, double& value) {
+const char* parse_any_double(const char* first, const char* last, double& value) {
     value = 0.0;
     const char* p = skip_blanks(first, last);
     const bool negative = p != last && *p == '-';
     if (p != last && (*p == '-' || *p == '+')) ++p;
-    double magnitude = 0.0;
-    if (const char* const end = parse_short(p, last, magnitude)) {
-        value = negative ? -magnitude : magnitude;
-        return end;
-    }
     if (last - p > 2 && p[0] == '0' && (p[1] | 0x20) == 'x' && is_hex_digit(p[2])) return nullptr;
     Decimal d;
     p = scan_digits(p, last, d);
@@ -148,10 +118,11 @@ const char* parse_double(const char* first, const char* last, double& value) {
     std::int64_t typed = 0;
     p = scan_exponent(p, last, typed);
     const std::int64_t exponent = d.exponent + typed;
+    double magnitude;
     // Both factors are exact here, so the one operation rounds correctly.
     if (!d.dropped && d.mantissa < (std::uint64_t{1} << 53) && exponent >= -22 && exponent <= 22) {
         magnitude = static_cast<double>(d.mantissa);
-        magnitude = exponent < 0 ? magnitude / kPowers[-exponent] : magnitude * kPowers[exponent];
+        magnitude = exponent < 0 ? magnitude / kPowersOfTen[-exponent] : magnitude * kPowersOfTen[exponent];
     } else {
         magnitude = nearest(d, typed);
     }

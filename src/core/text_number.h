@@ -11,13 +11,50 @@
 /// Numbers from and to text. Nothing here depends on the locale and nothing throws.
 namespace plx {
 
+/// Powers of ten that a double holds exactly.
+inline constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                          1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                          1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+/// parse_double without its short cut, for any text.
+const char* parse_any_double(const char* first, const char* last, double& value);
+
+/// What nearly every number of an array looks like: blanks, up to 18 digits with a point among them, no
+/// exponent. Null, with nothing stored, when the text is anything else.
+inline const char* parse_short_double(const char* p, const char* last, double& value) {
+    while (p != last && *p == ' ') ++p;
+    const bool negative = p != last && *p == '-';
+    p += negative ? 1 : 0;
+    const auto digit = [&p, last] { return p != last && static_cast<unsigned char>(*p - '0') < 10; };
+    const char* const first = p;
+    std::uint64_t mantissa = 0;
+    while (digit()) mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
+    std::ptrdiff_t digits = p - first, decimals = 0;
+    if (p != last && *p == '.') {
+        const char* const fraction = ++p;
+        while (digit()) mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
+        decimals = p - fraction;
+        digits += decimals;
+    }
+    // A letter may begin an exponent or turn a zero into a hexadecimal number.
+    if (digits < 1 || digits > 18 || (p != last && *p >= 'A')) return nullptr;
+    // Both operands are exact, so the division rounds correctly.
+    if (mantissa >= (std::uint64_t{1} << 53)) return nullptr;
+    const double magnitude = static_cast<double>(mantissa) / kPowersOfTen[decimals];
+    value = negative ? -magnitude : magnitude;
+    return p;
+}
+
 /// Reads a decimal number: leading blanks (space, tab, CR, LF, VT, FF) are skipped, then the longest prefix
 /// of the form
 /// [+-]digits[.digits][exponent] counts; exponent letters are e, E, d and D and need a digit. "inf", "nan"
 /// and hexadecimal numbers are not numbers. The nearest double is returned: +-HUGE_VAL on overflow, 0 or a
 /// denormal on underflow.
 /// @return the first byte after the number, or null (and value 0) when there is none.
-const char* parse_double(const char* first, const char* last, double& value);
+inline const char* parse_double(const char* first, const char* last, double& value) {
+    const char* const end = parse_short_double(first, last, value);
+    return end != nullptr ? end : parse_any_double(first, last, value);
+}
 
 /// The number at the beginning of the text, 0 when there is none.
 double to_double(std::string_view text);
