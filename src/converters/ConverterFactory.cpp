@@ -189,8 +189,8 @@ void ConverterFactory::parseCCF_data() { plx::load_flows(model()); }
 void ConverterFactory::write_to_PLX() {
     std::printf("Writing to PLX\t\t\t\t\t\t\t\t\t\t\t\t\t\t\r");
     z_origin = 0.0;
-    if (porosity_file.GetFilePath().length() == 0 && out_porosity) plx::fit_default_porosity(*this);
     plx::ModelState& m = model();
+    if (out_porosity && m.porosity.empty()) plx::fit_default_porosity(*this);
     // Without edges and surfaces there is nothing to stand on: the mesh is empty.
     if (!plx::is_whole(m.geometry, m.size())) m.flags = plx::CellFlags();
     plx::ModelWriter(m).write();

@@ -1,5 +1,6 @@
 // Word and array readers over C streams, for converter classes that read inputs of their own.
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -7,6 +8,19 @@
 #include "converters/model_state.h"
 #include "formats/modflow_words.h"
 #include "plxutils/converters/ConverterFactory.h"
+
+namespace {
+
+/// The text to read an array from; null, and the array 0, after a message when there is none.
+plx::TextSource* array_source(plx::ModelState& model, FILE* f, VX1DArray<double>& values) {
+    plx::TextSource* in = model.streams.text_of(f);
+    if (in != nullptr) return in;
+    std::fill_n(values.data, values.size, 0.0);
+    model.fail("no open file to read an array from");
+    return nullptr;
+}
+
+}  // namespace
 
 int ConverterFactory::read_word(FILE* f, String& word, bool rest_of_line, bool space_ends_word,
                                 bool fixed_width, int width) {
@@ -27,8 +41,8 @@ int ConverterFactory::read_word(FILE* f, String& word, bool rest_of_line, bool s
 
 void ConverterFactory::parse_data(FILE* f, VX1DArray<double>& values, double multiplier) {
     plx::ModelState& m = model();
-    plx::TextSource* in = m.streams.text_of(f);
-    if (in == nullptr || values.size < 1) return;
+    plx::TextSource* in = array_source(m, f, values);
+    if (in == nullptr) return;
     plx::read_array_words(*in, {values.data, static_cast<std::size_t>(values.size)}, multiplier,
                           m.text_rules(), m.text_used);
     m.note_text_rules();
@@ -36,8 +50,8 @@ void ConverterFactory::parse_data(FILE* f, VX1DArray<double>& values, double mul
 
 void ConverterFactory::parse_record(FILE* f, VX1DArray<double>& values) {
     plx::ModelState& m = model();
-    plx::TextSource* in = m.streams.text_of(f);
-    if (in == nullptr || values.size < 1) return;
+    plx::TextSource* in = array_source(m, f, values);
+    if (in == nullptr) return;
     plx::ArrayTarget target;
     target.values = {values.data, static_cast<std::size_t>(values.size)};
     target.columns = ncol > 0 && values.size == nrow * ncol ? ncol : values.size;

@@ -1,6 +1,7 @@
 #include "plxutils/converters/Results.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "gms/callbacks.h"
 
@@ -16,16 +17,19 @@ Results::Results() : lists_(std::make_unique<Lists>()) {}
 
 Results::Results(const Results& other) : lists_(std::make_unique<Lists>(*other.lists_)) {
     for (int node = 0; node < lists_->nnodes; ++node) {
-        auto& values = lists_->values[static_cast<std::size_t>(node)];
-        const int size = lists_->sizes[static_cast<std::size_t>(node)];
+        const auto at = static_cast<std::size_t>(node);
+        auto& values = lists_->values[at];
         // Half of each value list is lost in a copy on purpose: hosts that copy results use the identifiers
         // alone.
-        std::fill(values.begin() + std::min<std::ptrdiff_t>(size / 2, std::ssize(values)), values.end(), 0.0);
+        std::fill(values.begin(), values.end(), 0.0);
+        if (lists_->sizes[at] == 0) continue;
+        std::memcpy(values.data(), other.lists_->values[at].data(),
+                    static_cast<std::size_t>(lists_->sizes[at]) * 4);
     }
 }
 
 Results& Results::operator=(const Results& other) {
-    if (this != &other) *lists_ = *Results(other).lists_;
+    *lists_ = *other.lists_;
     return *this;
 }
 

@@ -36,11 +36,15 @@ bool add_file(ModelState& model, int unit) {
     const std::string name = display_name(model.streams.path(unit));
     auto file = std::make_unique<RecordFile>(stream, name);
     const auto layout = detect_budget_layout(stream);
-    if (!layout && file->size() > 0) {
-        model.fail(name + ": byte 0: no budget record begins here");
+    if (!layout) {
+        if (file->size() > 0) {
+            model.fail(name + ": byte 0: no budget record begins here");
+        } else {
+            model.warn(name + ": the file is empty");
+        }
         return false;
     }
-    if (layout && !adopt_layout(model, *file, *layout)) return false;
+    if (!adopt_layout(model, *file, *layout)) return false;
     model.flows.files.push_back(std::move(file));
     return true;
 }
@@ -133,6 +137,7 @@ bool is_list(const BudgetHeader& h) { return h.compact && (h.type == 2 || h.type
 }  // namespace
 
 void scan_flows(ModelState& model, bool constant_head_anywhere) {
+    if (model.size().cells() == 0) return;
     FlowResults& flows = model.flows;
     flows.files.clear();
     flows.positions.clear();
@@ -182,6 +187,8 @@ void index_flow(ModelState& model, int file, const BudgetRecord& record, BudgetS
     const std::pair<int, int> key{wanted.flows_by_period ? h.period - 1 : 0, h.step - 1};
     if (wanted.flows_by_period && h.period > 1) used.flows_by_period = true;
     auto& records = model.flows.positions[key][static_cast<std::size_t>(slot)];
+    // Without periods in the key the last period wins, with all of its records.
+    if (!records.empty() && records.back().record.header.period != h.period) records.clear();
     if (!records.empty()) {
         if (wanted.join_repeated_terms) {
             used.join_repeated_terms = true;

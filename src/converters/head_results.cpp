@@ -47,7 +47,9 @@ std::string grid_mismatch(const RecordFile& file, std::int64_t position, const L
 void scan_plain(ModelState& model) {
     RecordFile& in = *model.heads.file;
     const GridSize size = model.size();
-    const auto layer_bytes = static_cast<std::int64_t>(4 * size.per_layer());
+    const std::int64_t real = in.layout().real_bytes;
+    const std::int64_t header_bytes = 36 + 2 * real;
+    const std::int64_t layer_bytes = real * static_cast<std::int64_t>(size.per_layer());
     bool other_grid = false;
     while (!in.at_end()) {
         const std::int64_t position = in.position();
@@ -59,9 +61,12 @@ void scan_plain(ModelState& model) {
             other_grid = true;
             model.fail(grid_mismatch(in, position, h, size));
         }
-        if (inside) model.heads.positions[{h.period - 1, h.step - 1}] = {position};
-        const std::int64_t rest = layer_bytes + (size.layers - 1) * (44 + layer_bytes);
-        if (!in.skip(rest)) {
+        const std::pair<int, int> step{h.period - 1, h.step - 1};
+        if (inside) model.heads.positions[step] = {position};
+        if (!in.skip(layer_bytes + (size.layers - 1) * (header_bytes + layer_bytes))) {
+            // Half a step is no step; those before it stay good.
+            model.heads.positions.erase(step);
+            model.times.erase(step);
             model.note(at_byte(in, position) + ": the heads of this step are cut short");
             break;
         }
@@ -100,42 +105,32 @@ void scan_by_label(ModelState& model) {
     if (cut) model.note(at_byte(in, record.position) + ": the record is cut short");
 }
 
-/// The converters' plain meaning of a head value.
-float plain_head(float h, double bottom) {
-    if (static_cast<double>(h) > 100000.0) return static_cast<float>(bottom - 10.0);
-    if (h == -888.0F) return static_cast<float>(bottom);
-    return h;
-}
-
-void load_plain(ModelState& model, std::int64_t position) {
-    HeadResults& heads = model.heads;
-    const GridSize size = model.size();
-    if (!heads.file->seek(position)) return;
-    for (int k = 0; k < size.layers; ++k) {
-        LayerHeader h;
-        if (!read_head_header(*heads.file, h)) return;
-        trace_header(h);
-        if (h.layer - 1 != k) std::printf("Layer check failed\n");
-        float* layer = heads.values.data() + static_cast<std::size_t>(k) * size.per_layer();
-        if (!heads.file->read_reals(layer, size.per_layer())) return;
-        const auto& bottoms = *model.geometry.bottoms[static_cast<std::size_t>(k)];
-        for (std::size_t cell = 0; cell < size.per_layer(); ++cell) {
-            layer[cell] = plain_head(layer[cell], bottoms[cell]);
-        }
-    }
-}
-
-/// Turns the values that stand for "no head" into not-a-number and notes whether the plain meaning was
+/// What a value of the head file means in a cell: by the plain rule markers become elevations, otherwise the
+/// values that stand for "no head" become not-a-number, and it is noted whether the plain meaning was
 /// another.
-class NoHeadRule {
+class HeadMeaning {
 public:
-    NoHeadRule(const ModelState& model, bool& used)
-        : flags_(model.flags),
+    HeadMeaning(const ModelState& model, bool& used)
+        : plain_(!model.factory.reading_rules.model_no_flow_heads),
+          flags_(model.flags),
           no_flow_(model.has_no_flow_head ? static_cast<float>(model.no_flow_head) : kNone),
           dry_(model.dry_head ? static_cast<float>(*model.dry_head) : kNone),
           used_(used) {}
 
-    float operator()(float h, std::size_t cell) const {
+    /// @param cell  counts over all layers; `bottom` is that cell's.
+    float operator()(float h, std::size_t cell, double bottom) const {
+        return plain_ ? plain_head(h, bottom) : model_head(h, cell);
+    }
+
+private:
+    static constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+
+    static float plain_head(float h, double bottom) {
+        if (static_cast<double>(h) > 100000.0) return static_cast<float>(bottom - 10.0);
+        return h == -888.0F ? static_cast<float>(bottom) : h;
+    }
+
+    float model_head(float h, std::size_t cell) const {
         const bool marker = std::fabs(h) >= 1e29F || h == -888.0F || h == -999.0F || std::isnan(h);
         // HNOFLO and HDRY are ordinary numbers in many models, and a constant head may be one of them.
         const bool own = !flags_.constant_head(cell) && (h == no_flow_ || h == dry_);
@@ -148,34 +143,43 @@ public:
         return h;
     }
 
-private:
-    static constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+    bool plain_;
     const CellFlags& flags_;
     float no_flow_, dry_;
     bool& used_;
 };
 
-void load_by_layer(ModelState& model, const std::vector<std::int64_t>& positions) {
-    HeadResults& heads = model.heads;
-    const GridSize size = model.size();
-    const NoHeadRule rule(model, model.factory.report.rules_used.model_no_flow_heads);
-    const bool own_markers = model.factory.reading_rules.model_no_flow_heads;
+/// Reads a layer's values at the file's position; false when they are cut short.
+bool load_layer(ModelState& model, std::size_t k, const HeadMeaning& meaning) {
+    const std::size_t per_layer = model.size().per_layer(), first = k * per_layer;
+    float* layer = model.heads.values.data() + first;
+    if (!model.heads.file->read_reals(layer, per_layer)) return false;
+    const auto& bottoms = *model.geometry.bottoms[k];
+    for (std::size_t cell = 0; cell < per_layer; ++cell) {
+        layer[cell] = meaning(layer[cell], first + cell, bottoms[cell]);
+    }
+    return true;
+}
+
+void load_plain(ModelState& model, std::int64_t position, const HeadMeaning& meaning) {
+    if (!model.heads.file->seek(position)) return;
+    for (int k = 0; k < model.factory.nlay; ++k) {
+        LayerHeader h;
+        if (!read_head_header(*model.heads.file, h)) return;
+        trace_header(h);
+        if (h.layer - 1 != k) std::printf("Layer check failed\n");
+        if (!load_layer(model, static_cast<std::size_t>(k), meaning)) return;
+    }
+}
+
+void load_by_layer(ModelState& model, const std::vector<std::int64_t>& positions,
+                   const HeadMeaning& meaning) {
+    RecordFile& in = *model.heads.file;
     for (std::size_t k = 0; k < positions.size(); ++k) {
         LayerHeader h;
-        if (positions[k] < 0 || !heads.file->seek(positions[k]) || !read_head_header(*heads.file, h))
-            continue;
+        if (positions[k] < 0 || !in.seek(positions[k]) || !read_head_header(in, h)) continue;
         trace_header(h);
-        const std::size_t first = k * size.per_layer();
-        float* layer = heads.values.data() + first;
-        if (!heads.file->read_reals(layer, size.per_layer())) {
-            std::fill(layer, layer + size.per_layer(), std::numeric_limits<float>::quiet_NaN());
-            continue;
-        }
-        const auto& bottoms = *model.geometry.bottoms[k];
-        for (std::size_t cell = 0; cell < size.per_layer(); ++cell) {
-            layer[cell] =
-                own_markers ? rule(layer[cell], first + cell) : plain_head(layer[cell], bottoms[cell]);
-        }
+        load_layer(model, k, meaning);
     }
 }
 
@@ -184,7 +188,8 @@ void load_by_layer(ModelState& model, const std::vector<std::int64_t>& positions
 void scan_heads(ModelState& model) {
     ConverterFactory& f = model.factory;
     std::FILE* stream = model.streams.file(f.hed_unit);
-    if (stream == nullptr) return;
+    // A model without a grid has been told already.
+    if (stream == nullptr || model.size().cells() == 0) return;
     std::printf("Reading head with %d stress_periods and %d tot_timesteps\n", f.nper, f.total_steps);
     model.heads.positions.clear();
     const std::string name = display_name(model.streams.path(f.hed_unit));
@@ -192,7 +197,11 @@ void scan_heads(ModelState& model) {
     model.heads.file = std::make_unique<RecordFile>(stream, name);
     const bool plain_layout = !layout || (!layout->record_markers && layout->real_bytes == 4);
     if (!layout) {
-        if (model.heads.file->size() > 0) model.fail(name + ": byte 0: no head record begins here");
+        if (model.heads.file->size() > 0) {
+            model.fail(name + ": byte 0: no head record begins here");
+        } else {
+            model.warn(name + ": the file is empty");
+        }
         if (f.reading_rules.head_records_only) return;
     } else if (!plain_layout && !f.reading_rules.detect_result_layout) {
         model.fail(name +
@@ -221,10 +230,11 @@ void load_heads(ModelState& model) {
     }
     // Without active cells nobody asks for a head.
     if (found == heads.positions.end() || model.geometry.bottoms.empty() || model.flags.empty()) return;
+    const HeadMeaning meaning(model, model.factory.report.rules_used.model_no_flow_heads);
     if (by_layer) {
-        load_by_layer(model, found->second);
+        load_by_layer(model, found->second, meaning);
     } else {
-        load_plain(model, found->second.front());
+        load_plain(model, found->second.front(), meaning);
     }
 }
 

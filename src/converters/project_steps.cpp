@@ -95,7 +95,14 @@ void take_steps_elsewhere(ModelState& model) {
     ConverterFactory& f = model.factory;
     if (!model.times.empty()) return;
     const bool flows_there = model.streams.file(f.ccf_unit) != nullptr && f.mt3d_ccf_mode == 0;
-    if (flows_there && !f.out_ccf) f.parseCCF_datapos();
+    if (flows_there && !f.out_ccf) {
+        // Only times are taken, so rules about the terms change nothing.
+        const ReadingRules before = f.report.rules_used;
+        f.parseCCF_datapos();
+        const bool layout = f.report.rules_used.detect_result_layout;
+        f.report.rules_used = before;
+        f.report.rules_used.detect_result_layout |= layout;
+    }
     for (const auto& [step, time] : model.flows.times) {
         if (step.first >= f.nper || step.second >= model.periods.largest_steps()) continue;
         model.times[step] = time >= 0.0 ? time : model.periods.end_time(step.first, step.second);

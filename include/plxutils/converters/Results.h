@@ -15,6 +15,7 @@ public:
     /// Copies node count, sizes and identifiers. Of each node's values only the first half arrives, the rest
     /// is 0: deliberate, hosts that copy results count on the identifiers alone.
     Results(const Results& other);
+    /// Assignment keeps everything.
     Results& operator=(const Results& other);
     ~Results();
 
