@@ -105,14 +105,24 @@ private:
         return true;
     }
 
+    /// The next word. By the plain rules a record goes on in the next line where a word ended its own; a
+    /// Fortran READ takes one line.
+    std::string field(LineWords& words) {
+        if (words.ended() && !rules_.obey_formats && read_line()) {
+            text_ = TextSource::of_text(line_, in_.name());
+            words.restart();
+        }
+        return words.next();
+    }
+
     bool constant(const std::string& keyword, LineWords& words) {
         std::printf("[%s\t", keyword.c_str());
-        const std::string word = words.next();
+        const std::string word = field(words);
         std::printf("%s\t", word.c_str());
         control_.form = Form::kConstant;
         control_.value = word.starts_with('(') ? to_double(word) : before_parenthesis(word);
         if (word.starts_with('(')) {
-            const std::string second = words.next();
+            const std::string second = field(words);
             std::printf("%s\t", second.c_str());
             const double multiplier = before_parenthesis(second);
             control_.value *= multiplier > 0.0 ? multiplier : 1.0;
@@ -130,7 +140,7 @@ private:
     }
 
     bool external(const std::string& keyword, LineWords& words) {
-        const int unit = words.next_int();
+        const int unit = to_int(field(words));
         std::printf("[%s\t%d\t", keyword.c_str(), unit);
         multiplier_and_format(words);
         apply_zero_rule();
@@ -138,7 +148,7 @@ private:
     }
 
     bool open_close(const std::string& keyword, LineWords& words) {
-        const std::string name = words.next();
+        const std::string name = field(words);
         std::printf("[%s\t%s\t", keyword.c_str(), name.c_str());
         multiplier_and_format(words);
         apply_zero_rule();
@@ -170,7 +180,7 @@ private:
 
     void multiplier_and_format(LineWords& words) {
         const std::size_t before = taken();
-        const std::string word = words.next();
+        const std::string word = field(words);
         std::printf("%s\t", word.c_str());
         control_.value = before_parenthesis(word);
         const bool touching = word.find('(') != std::string::npos;

@@ -49,6 +49,8 @@ public:
     /// Drops what is left of the line.
     void finish();
     bool ended() const { return last_ != WordEnd::kSeparator; }
+    /// Goes on with another line, which the source has been given.
+    void restart() { last_ = WordEnd::kSeparator; }
 
 private:
     TextSource& in_;

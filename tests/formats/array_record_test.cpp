@@ -49,7 +49,7 @@ TEST(ArrayRecord, FormsUnderBothRules) {
         {"CONSTANT (FREE) 3\n", "0 0 0 0", "0 0 0 0", ""},
         {"# note\nINTERNAL 2 (FREE) -1\n1 2\n3 4\n", "2 4 6 8", "2 4 6 8", ""},
         {"INTERNAL 0\n'1',2D0\n3 4 # end\n", "1 2 3 4", "0 2 3 4", ""},
-        {"INTERNAL\n1 2\n3 4 more\n", "1 2 3 4", "1 2 3 4", ""},
+        {"INTERNAL\n1 2\n3 4 more\n", "3 4 0 0", "1 2 3 4", ""},
         {"INTERNAL 1(2I1)\n12\n34\n", "12 34 0 0", "1 2 3 4", "o"},
         {"INTERNAL 1.0 (FREE)\n2*7\n3 4\n", "2 3 4 0", "7 7 3 4", "o"},
         {"INTERNAL 1.0 (FREE)\n1 2 \n3 4\n", "1 2 0 3", "1 2 3 4", "s"},
