@@ -11,7 +11,7 @@ MemoryAllocator::MemoryAllocator() : MemoryAllocator(0) {}
 
 MemoryAllocator::MemoryAllocator(int size)
     : blockSize(size < 1 ? __DEFAULT_BLOCK_SIZE__ : size), blockCount(0), refused_(0), refusing_(0) {
-    blocks.SetSize(kFirstSlots, nullptr);
+    if (!blocks.SetSize(kFirstSlots, nullptr)) blocks.SetSize(0, nullptr);
 }
 
 MemoryAllocator::~MemoryAllocator() {
@@ -21,7 +21,11 @@ MemoryAllocator::~MemoryAllocator() {
 MemoryBlock* MemoryAllocator::AddBlock(int bytes) {
     std::unique_ptr<MemoryBlock> block(new (std::nothrow) MemoryBlock(bytes));
     if (!block || block->amountAvailable() < bytes) return nullptr;
-    if (blockCount >= blocks.size && !blocks.Resize(blockCount + 1, nullptr)) return nullptr;
+    if (blockCount >= blocks.size && !blocks.Resize(blockCount + 1, nullptr)) {
+        // A failed growth leaves the wanted size; the slots end where they did.
+        blocks.Resize(blockCount, nullptr);
+        return nullptr;
+    }
     blocks.data[blockCount++] = block.get();
     return block.release();
 }

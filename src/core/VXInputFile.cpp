@@ -15,14 +15,17 @@ namespace {
 
 constexpr unsigned kReadAhead = 64 * 1024;
 
-// gzopen would take a directory for an empty file.
-bool is_folder(const std::string& native) {
+// gzopen would take a directory for an empty file, and reading a device or a pipe may never end.
+bool is_file(const std::string& native) {
     std::error_code error;
-    return std::filesystem::is_directory(native, error);
+    return std::filesystem::is_regular_file(native, error);
 }
 
+// A longer line is damage: memory for it would have no bound.
+constexpr int kMaxLine = 64 * 1024 * 1024;
+
 gzFile open_native(const std::string& native) {
-    if (native.empty() || is_folder(native)) return nullptr;
+    if (native.empty() || !is_file(native)) return nullptr;
     gzFile gz = gzopen(native.c_str(), "rb");
     if (gz) gzbuffer(gz, kReadAhead);
     return gz;
@@ -95,7 +98,7 @@ bool VXInputFile::NextLine(String& line, bool stripEOL) {
     bool any = false;
     bool ended = false;
     try {
-        while (!ended && line.length() < INT_MAX - 2 * static_cast<int>(sizeof chunk)) {
+        while (!ended && line.length() < kMaxLine) {
             const int c = gzgetc(gz);
             if (c < 0) break;
             any = true;

@@ -9,6 +9,6 @@ String VXNativePath(const char* name) {
 bool VXCanStorePath(const char* native, String& why) {
     std::string reason;
     const bool storable = plx::platform::storable(native ? native : "", reason);
-    why = reason.c_str();
+    if (!storable) why = reason.c_str();
     return storable;
 }

@@ -41,7 +41,7 @@ bool VXOutputFile::Open(const char* name, bool useGzip, bool append) {
     file.SetFile(name);
     const String path = file.GetFilePath();
     if (compressed) {
-        const std::string native = plx::platform::native_path(path.c_str());
+        const std::string native = plx::platform::target_path(path.c_str());
         if (!native.empty()) gz = gzopen(native.c_str(), append ? "ab9" : "wb9");
         if (gz) gzbuffer(gz, kBuffer);
         isOpen = gz != nullptr;

@@ -76,9 +76,10 @@ String MakeFilename(const char* name) {
 
 int SetExtension(const char* name, char* ext) {
     if (!ext) return 0;
+    // `ext` may be the buffer of the name.
+    const std::string full =
+        name ? plx::fix_file_name(std::string(name, strnlen(name, plx::kMaxFileName + 1))) : std::string();
     *ext = '\0';
-    if (!name) return 0;
-    const std::string full = plx::fix_file_name(std::string(name, strnlen(name, plx::kMaxFileName + 1)));
     const std::size_t end = full.find_last_of(".\\");
     if (end == std::string::npos || full[end] != '.') return 0;
     std::strcpy(ext, full.c_str() + end + 1);

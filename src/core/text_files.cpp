@@ -1,11 +1,15 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "platform/host_path.h"
 #include "platform/platform.h"
@@ -56,11 +60,20 @@ String ReadStringFromFile(const char* name) {
     const std::string native = plx::platform::native_path(MakeFilename(name).c_str());
     String text;
     if (native.empty()) return text;
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(native, error)) return text;
     const std::unique_ptr<gzFile_s, CloseGz> file(gzopen(native.c_str(), "rb"));
     if (!file) return text;
     char block[8192];
-    for (int n; (n = gzread(file.get(), block, sizeof block)) > 0;)
-        text.Append(block, static_cast<std::size_t>(n));
+    try {
+        // A String counts its bytes in an int.
+        for (int n; text.length() < INT_MAX - static_cast<int>(sizeof block) &&
+                    (n = gzread(file.get(), block, sizeof block)) > 0;) {
+            text.Append(block, static_cast<std::size_t>(n));
+        }
+    } catch (const std::bad_alloc&) {
+        return String();
+    }
     return text;
 }
 

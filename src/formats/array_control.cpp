@@ -66,6 +66,11 @@ std::optional<FixedRecord> cut_fixed_record(std::string_view line) {
     return record;
 }
 
+bool whole_field(std::string_view field) {
+    double ignored = 0.0;
+    return whole_field(field, ignored);
+}
+
 class ControlReader {
 public:
     ControlReader(TextSource& in, ArrayStreams& streams, const TextRules& rules, TextRules& used,
@@ -115,12 +120,20 @@ private:
         return words.next();
     }
 
+    /// The value before a format that touches it; a word that is no number counts as 0 and is told.
+    double checked_number(const std::string& word) {
+        if (!whole_field(std::string_view(word).substr(0, word.find('(')))) {
+            report("\"" + word + "\" is not a number, 0 is used");
+        }
+        return before_parenthesis(word);
+    }
+
     bool constant(const std::string& keyword, LineWords& words) {
         std::printf("[%s\t", keyword.c_str());
         const std::string word = field(words);
         std::printf("%s\t", word.c_str());
         control_.form = Form::kConstant;
-        control_.value = word.starts_with('(') ? to_double(word) : before_parenthesis(word);
+        control_.value = word.starts_with('(') ? to_double(word) : checked_number(word);
         if (word.starts_with('(')) {
             const std::string second = field(words);
             std::printf("%s\t", second.c_str());
@@ -169,6 +182,11 @@ private:
         } else {
             multiplier_and_format(words);
         }
+        if (!columns && !whole_field(keyword)) {
+            report("\"" + keyword + "\" is no array record");
+            control_.form = Form::kMissing;
+            return false;
+        }
         if (unit == 0 && rules_.unit_zero_is_constant) {
             used_.unit_zero_is_constant = true;
             control_.form = Form::kConstant;
@@ -182,7 +200,7 @@ private:
         const std::size_t before = taken();
         const std::string word = field(words);
         std::printf("%s\t", word.c_str());
-        control_.value = before_parenthesis(word);
+        control_.value = checked_number(word);
         const bool touching = word.find('(') != std::string::npos;
         const std::size_t start = touching ? line_.find('(', before) : taken();
         std::printf("%s]\n", words.rest().c_str());

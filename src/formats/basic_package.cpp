@@ -114,10 +114,16 @@ bool read_starting_heads(TextSource& in, ArrayStreams& streams, const TextRules&
 
 bool read_stress_periods(TextSource& in, const TextRules& rules, int count, bool steady_word,
                          StressPeriods& out, Problems& problems) {
+    std::string line;
     for (int i = 0; i < count; ++i) {
-        LineWords words(in, rules.tab_separates);
+        bool found = false;
+        do {
+            found = in.read_line(line);
+        } while (found && is_comment(line));
+        TextSource text = TextSource::of_text(line.substr(0, line.find('#')), in.name());
+        LineWords words(text, rules.tab_separates);
         const std::string length = words.next();
-        if (length.empty() && in.at_end()) {
+        if (!found) {
             problems.push_back(in.place() + ": " + std::to_string(count) + " stress periods expected, " +
                                std::to_string(i) + " found");
             return false;
@@ -128,7 +134,6 @@ bool read_stress_periods(TextSource& in, const TextRules& rules, int count, bool
         const std::string multiplier = words.next();
         if (!multiplier.empty()) period.multiplier = to_double(multiplier);
         if (steady_word) period.steady = same_word(words.next(), "SS");
-        words.finish();
         out.periods.push_back(period);
     }
     return true;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/text_number.h"
+#include "formats/array_data.h"
 #include "formats/modflow_words.h"
 
 namespace plx {
@@ -16,7 +17,8 @@ namespace {
 struct FirstRecord {
     int iss = 0;  ///< 0: transient
     double dry_head = 0.0;
-    int wetting = 0;  ///< IWDFLG
+    bool has_dry_head = false;  ///< its field is not blank
+    int wetting = 0;            ///< IWDFLG
     bool operator==(const FirstRecord&) const = default;
 };
 
@@ -34,7 +36,7 @@ FirstRecord first_record(const std::string& line, bool by_words, bool tab_separa
     for (std::string& field : fields) {
         if (read_word(text, field, style) != WordEnd::kSeparator) break;
     }
-    return {to_int(fields[0]), to_double(fields[2]), to_int(fields[3])};
+    return {to_int(fields[0]), to_double(fields[2]), !fields[2].empty(), to_int(fields[3])};
 }
 
 /// LAYCON in columns of two, 40 a line; false when the line holds anything else there.
@@ -82,7 +84,7 @@ private:
         std::string line;
         do {
             in_.read_line(line);
-        } while (line.starts_with('#'));
+        } while (is_comment(line));
         const std::string fault = grid_size_fault(size_, in_.remaining());
         if (!fault.empty()) {
             problems_.push_back(in_.place() + ": " + fault);
@@ -91,6 +93,7 @@ private:
         record_ = first_record(line, by_words, rules_.tab_separates);
         if (by_words && !(record_ == first_record(line, false, rules_.tab_separates))) free_used = true;
         out_.dry_head = record_.dry_head;
+        out_.has_dry_head = record_.has_dry_head;
         return true;
     }
 
@@ -217,7 +220,7 @@ bool read_flow_package_dry_head(TextSource& in, double& dry_head) {
     std::string line;
     do {
         if (!in.read_line(line)) return false;
-    } while (line.starts_with('#'));
+    } while (is_comment(line) || is_blank(line));
     const auto number = [&dry_head](std::string_view text) {
         const char* last = text.data() + text.size();
         const char* end = parse_double(text.data(), last, dry_head);

@@ -9,9 +9,9 @@ namespace plx {
 
 struct BlockCenteredFlow {
     std::vector<double> delr, delc;
-    std::vector<int> laycon;  ///< per layer, averaging digit dropped
-    double dry_head = 0.0;    ///< HDRY
-    bool has_dry_head = false;
+    std::vector<int> laycon;    ///< per layer, averaging digit dropped
+    double dry_head = 0.0;      ///< HDRY
+    bool has_dry_head = false;  ///< its field is not blank
     GridGeometry::Surface top;
     std::vector<GridGeometry::Surface> tops, bottoms;  ///< one per layer
 };

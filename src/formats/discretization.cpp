@@ -92,7 +92,8 @@ private:
         for (int layer = 0; layer < out_.size.layers; ++layer, word = words.next()) {
             if (!is_integer(word)) return false;
         }
-        return out_.size.layers > 1 && word.find('(') == std::string::npos;
+        // A fixed record has two numbers before its format.
+        return out_.size.layers > 2 || (out_.size.layers > 1 && word.find('(') == std::string::npos);
     }
 
     bool read_confining_beds() {

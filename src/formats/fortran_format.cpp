@@ -206,7 +206,7 @@ private:
         line_number_ = in_.line();
         position_ = 0;
         if (!in_.next_line(line_)) return false;
-        last_line_ = in_.remaining() == 0;
+        last_line_ = in_.remaining() == 0 && !in_.line_had_end();
         return true;
     }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "formats/text_source.h"
@@ -24,6 +25,12 @@ struct WordStyle {
 /// A word that the line's end follows directly comes with kEndOfLine; after a blank before the line's end the
 /// next call gives an empty word with kEndOfLine. The end of the file hands out what was read so far.
 WordEnd read_word(TextSource& in, std::string& word, const WordStyle& style);
+
+/// True for a line that begins with "#", blanks before it or not.
+inline bool is_comment(std::string_view line) {
+    const std::size_t first = line.find_first_not_of(" \t");
+    return first != std::string_view::npos && line[first] == '#';
+}
 
 /// Drops the rest of the line unless the last word ended it already.
 void finish_line(TextSource& in, WordEnd last);

@@ -85,6 +85,7 @@ bool TextSource::next_line(std::string_view& line) {
         line = std::string_view(next_, static_cast<std::size_t>(stop - next_));
         next_ = stop + 1;
         line_end(*stop);
+        line_had_end_ = true;
         return true;
     }
     spill_.clear();
@@ -93,7 +94,8 @@ bool TextSource::next_line(std::string_view& line) {
         spill_.append(next_, stop);
         next_ = stop;
     } while (stop == end_ && fill(1));
-    if (next_ != end_) get();
+    line_had_end_ = next_ != end_;
+    if (line_had_end_) get();
     line = spill_;
     return true;
 }

@@ -56,6 +56,9 @@ public:
         line_ += lines;
     }
 
+    /// True when the line that next_line() or read_line() gave had an end; false for one that the file broke
+    /// off.
+    bool line_had_end() const { return line_had_end_; }
     /// 1-based number of the line that the next character is on.
     int line() const { return line_; }
     const std::string& name() const { return name_; }
@@ -76,6 +79,7 @@ private:
     const char* next_ = nullptr;
     const char* end_ = nullptr;
     std::int64_t unread_ = 0;
+    bool line_had_end_ = false;
     int line_ = 1;
 };
 

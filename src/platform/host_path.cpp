@@ -252,6 +252,16 @@ std::string native_path(std::string_view stored) {
     return *parent == "." ? place->parts.back() : join(*parent, place->parts.back());
 }
 
+std::string target_path(std::string_view stored) {
+    const auto place = names_are_native() ? std::nullopt : take_apart(stored);
+    if (!place || place->parts.empty()) return native_path(stored);
+    const PartsEnd end = place->parts.end();
+    const auto parent = find_remembered(*place, end - 1, false);
+    if (!parent || !is_folder(*parent)) return native_path(stored);
+    if (auto found = Search(false).find(*parent, end - 1, end)) return *found;
+    return join(*parent, place->parts.back());
+}
+
 std::string matching_path(std::string_view stored) {
     if (names_are_native()) return std::string(stored);
     const auto place = take_apart(stored);

@@ -18,6 +18,10 @@ namespace plx::platform {
 /// @return empty when there is no such place (empty name, another drive, no such folder).
 std::string native_path(std::string_view stored);
 
+/// The native path to write to: as native_path, but a remembered folder (see `remember_spelling`) comes
+/// before a sibling that differs in case only, also when only the sibling has a file of that name.
+std::string target_path(std::string_view stored);
+
 /// The native path of the first entry that a directory search for the name finds (see `find_file`); empty for
 /// none.
 std::string matching_path(std::string_view stored);

@@ -28,6 +28,8 @@ using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 
 std::string native_name(const char* stored) { return stored ? native_path(stored) : std::string(); }
 
+std::string target_name(const char* stored) { return stored ? target_path(stored) : std::string(); }
+
 /// All bytes of a file whose length need not be known beforehand (those under /proc say 0).
 std::optional<std::string> read_all(std::FILE* file) {
     if (!file) return std::nullopt;
@@ -79,8 +81,15 @@ std::optional<std::string_view> find_in_ini(std::string_view text, std::string_v
 bool names_are_native() { return false; }
 
 std::FILE* open_file(const char* stored, const char* mode) {
-    const std::string native = native_name(stored);
-    if (native.empty() || !mode) return nullptr;
+    if (!stored || !mode) return nullptr;
+    const std::string_view name(stored);
+    // A trailing separator names a folder.
+    if (name.ends_with('\\') || name.ends_with('/')) return nullptr;
+    const bool reads = *mode == 'r';
+    const std::string native = reads ? native_path(name) : target_path(name);
+    std::error_code error;
+    // Reading a device or a pipe may never end.
+    if (native.empty() || (reads && !std::filesystem::is_regular_file(native, error))) return nullptr;
     FileHandle file(std::fopen(native.c_str(), mode));
     struct stat facts;
     // A directory can be opened for reading here, but every read of it fails.
@@ -103,7 +112,7 @@ FileFacts find_file(const char* stored) {
 }
 
 bool make_directory(const char* stored) {
-    const std::string native = native_name(stored);
+    const std::string native = target_name(stored);
     if (native.empty()) return false;
     if (mkdir(native.c_str(), 0777) == 0) return true;
     struct stat facts;
@@ -111,7 +120,7 @@ bool make_directory(const char* stored) {
 }
 
 bool replace_move(const char* from_stored, const char* to_stored) {
-    const std::string from = native_name(from_stored), to = native_name(to_stored);
+    const std::string from = native_name(from_stored), to = target_name(to_stored);
     if (from.empty() || to.empty()) return false;
     if (std::rename(from.c_str(), to.c_str()) == 0) return true;
     if (errno != EXDEV) return false;

@@ -84,6 +84,7 @@ TEST(ArrayRecord, Trace) {
 TEST(ArrayRecord, FaultsNamePlaceAndArray) {
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"# x\nEXTERNAL 29 1\n", "site.dis: line 2: no open file at unit 29 (TOP)"},
+        {"CONSTNAT 10\n", "site.dis: line 1: \"CONSTNAT\" is no array record (TOP)"},
         {"OPEN/CLOSE none.txt 1\n", "site.dis: line 1: cannot open none.txt (TOP)"},
         {"INTERNAL 1\n1 2\n3\n", "site.dis: line 4: 4 values expected for TOP, 3 found"},
         {"", "site.dis: line 1: the file ends before TOP"},
@@ -97,6 +98,8 @@ TEST(ArrayRecord, FaultsNamePlaceAndArray) {
             EXPECT_EQ(result.values[3], 0.0);
         }
     }
+    EXPECT_EQ(read("CONSTANT ten\n", {}).problems,
+              Problems{"site.dis: line 1: \"ten\" is not a number, 0 is used (TOP)"});
     const Read odd = read("INTERNAL 1\n1 2\nx 4\n", test::kModelRules);
     EXPECT_TRUE(odd.found);
     EXPECT_EQ(odd.problems, Problems{"site.dis: line 3: \"x\" in TOP is not a number, 0 is used"});

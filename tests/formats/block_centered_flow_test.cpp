@@ -56,6 +56,7 @@ TEST(BlockCenteredFlow, FirstRecordByColumnsOrWords) {
     const std::string rest = "\n0\n" + kWidths + constants({1});
     const Read columns = read("1 0 -777.0 0" + rest, 1), words = read("1 0 -777.0 0" + rest, 1, {}, true);
     EXPECT_DOUBLE_EQ(columns.flow.dry_head, 0.0);
+    EXPECT_TRUE(words.flow.has_dry_head);
     EXPECT_DOUBLE_EQ(words.flow.dry_head, -777.0);
     EXPECT_TRUE(words.free_used && !columns.free_used);
     EXPECT_FALSE(read("         1         0     -888." + rest, 1, {}, true).free_used);

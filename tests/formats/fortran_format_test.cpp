@@ -61,7 +61,7 @@ TEST(FortranFormat, FaultsAreFound) {
         EXPECT_EQ(read(format, " 1.0   2\n abc x*y\nend", 2, 4, &findings).substr(0, 7), "1 2 0 0");
         EXPECT_EQ(findings.bad_word, "abc");
         EXPECT_EQ(findings.bad_line, 2);
-        for (const char* cut : {" 1.0   2\n   3", " 1.0   2\n   3\n", "1", ""}) {
+        for (const char* cut : {" 1.0   2\n   3", "1", ""}) {
             read(format, cut, 2, 4, &findings);
             EXPECT_EQ(findings.found, std::string(cut).size() > 9 ? 3u : *cut ? 1u : 0u) << cut;
         }

@@ -66,6 +66,8 @@ TEST_F(HostPath, RememberedSpellingComesFirst) {
     EXPECT_EQ(found("test\\sub\\a.txt"), "Test/Sub/a.txt");
     EXPECT_EQ(found("test\\sub\\new.txt"), "Test/Sub/new.txt");
     EXPECT_EQ(found("test\\a.txt"), "test/a.txt") << "what is not there is still found beside it";
+    EXPECT_EQ(target_path(stored("test\\a.txt")), folder_.file("Test/a.txt"))
+        << "but nothing there is written over";
     remember_spelling(folder_.file("test/sub/site.nam"));
     EXPECT_EQ(found("test\\sub\\a.txt"), "test/sub/a.txt") << "the last spelling counts";
 }
