@@ -65,7 +65,8 @@ void FileTags::grow() {
 }
 
 FileTags& file_tags() {
-    static FileTags tags;
+    // Never released: hosts name files from their own static objects' destructors.
+    static FileTags& tags = *new FileTags;
     tags.load_once("$XP_PATH<0>/data/special/file_tags.txt");
     return tags;
 }

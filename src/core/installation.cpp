@@ -60,7 +60,8 @@ std::string installation_root(std::string_view command_line, std::string_view fu
 }
 
 const std::string& installation_root() {
-    static const std::string root = find_root();
+    // Never released: hosts name files from their own static objects' destructors.
+    static const std::string& root = *new std::string(find_root());
     return root;
 }
 
@@ -84,8 +85,8 @@ std::string host_path(const std::vector<std::string>& paths, std::size_t digit) 
 }
 
 std::string host_path(std::size_t digit) {
-    static const std::vector<std::string> paths =
-        host_paths(platform::host_runtime(), platform::environment("XP_PATH"));
+    static const auto& paths =
+        *new std::vector<std::string>(host_paths(platform::host_runtime(), platform::environment("XP_PATH")));
     return host_path(paths, digit);
 }
 

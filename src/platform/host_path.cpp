@@ -175,7 +175,8 @@ private:
 
 /// Lower-cased native folder -> the spelling that was given for it.
 std::map<std::string, std::string>& spellings() {
-    static std::map<std::string, std::string> known;
+    // Never released: files are opened as late as in static destructors.
+    static auto& known = *new std::map<std::string, std::string>;
     return known;
 }
 

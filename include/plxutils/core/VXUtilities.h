@@ -68,7 +68,8 @@ PLX_EXPORT String MakeFilename(const char* name);
 /// All bytes of a file, decompressed when it is a gzip file. Tokens in the name are expanded; line ends are
 /// kept.
 ///
-/// @return empty when the file cannot be opened. What precedes damage in a compressed file is returned.
+/// @return empty when the file cannot be opened. What was decoded before damage in a compressed file is
+/// returned, in whole blocks.
 PLX_EXPORT String ReadStringFromFile(const char* name);
 
 /// Writes a text to a file, which is created or truncated. Tokens in the name are expanded.
