@@ -8,10 +8,6 @@
 namespace plx {
 namespace {
 
-std::string at_byte(const RecordFile& file, std::int64_t position) {
-    return file.name() + ": byte " + std::to_string(position);
-}
-
 void set_term_flag(ConverterFactory& f, int slot) {
     static constexpr std::array<bool ConverterFactory::*, kSlotCount> kFlags = {
         nullptr,
@@ -83,12 +79,12 @@ void scan_file(ModelState& model, int file, TermIndex& index) {
         if (next == BudgetNext::kEnd) return;
         if (next == BudgetNext::kUnknownType) {
             std::printf("MODFLOW::read_CCF found unidentified case %d\n", record.header.type);
-            model.note(at_byte(in, record.position) + ": budget record type " +
+            model.note(in.place(record.position) + ": budget record type " +
                        std::to_string(record.header.type) + " is not known");
             return;
         }
         if (next == BudgetNext::kCutShort) {
-            model.note(at_byte(in, record.position) + ": the record is cut short");
+            model.note(in.place(record.position) + ": the record is cut short");
             return;
         }
         if (!fits_grid(model, in, record)) return;
@@ -151,25 +147,12 @@ void scan_flows(ModelState& model, bool constant_head_anywhere) {
     }
 }
 
-bool adopt_layout(ModelState& model, RecordFile& file, const ResultLayout& layout) {
-    if (!layout.record_markers && layout.real_bytes == 4) return true;
-    if (!model.factory.reading_rules.detect_result_layout) {
-        model.fail(file.name() +
-                   ": byte 0: the file has 64-bit reals or Fortran record markers, which are not read by "
-                   "these rules");
-        return false;
-    }
-    model.factory.report.rules_used.detect_result_layout = true;
-    file.set_layout(layout);
-    return true;
-}
-
 bool fits_grid(ModelState& model, const RecordFile& file, const BudgetRecord& record) {
     const BudgetHeader& h = record.header;
     const GridSize size = model.size();
     if (h.columns == size.columns && h.rows == size.rows && (h.layers == size.layers || h.layers == 0))
         return true;
-    model.fail(at_byte(file, record.position) + ": flows of " + std::to_string(h.layers) + " layers, " +
+    model.fail(file.place(record.position) + ": flows of " + std::to_string(h.layers) + " layers, " +
                std::to_string(h.rows) + " rows and " + std::to_string(h.columns) +
                " columns, the model has " + std::to_string(size.layers) + ", " + std::to_string(size.rows) +
                " and " + std::to_string(size.columns));

@@ -58,8 +58,6 @@ void load_flows(ModelState& model, const FlowListReader& read_list);
 void index_flow(ModelState& model, int file, const BudgetRecord& record, BudgetSlot slot);
 /// The current step's records; null when the files hold none.
 const FlowResults::Slots* flows_of_step(const ModelState& model);
-/// Sets the layout of a result file; false, after a message, for one that the conversion's rules do not read.
-bool adopt_layout(ModelState& model, RecordFile& file, const ResultLayout& layout);
 /// True when a record has the model's extents; a message tells when it does not.
 bool fits_grid(ModelState& model, const RecordFile& file, const BudgetRecord& record);
 

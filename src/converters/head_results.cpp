@@ -15,10 +15,6 @@ void trace_header(const LayerHeader& h) {
                 h.label.c_str(), h.columns, h.rows, h.layer);
 }
 
-std::string at_byte(const RecordFile& file, std::int64_t position) {
-    return file.name() + ": byte " + std::to_string(position);
-}
-
 /// Notes a record's step in the time table; false, after the array's bound message, when the table has no
 /// such step.
 bool note_step(ModelState& model, const LayerHeader& h) {
@@ -37,7 +33,7 @@ bool note_step(ModelState& model, const LayerHeader& h) {
 
 std::string grid_mismatch(const RecordFile& file, std::int64_t position, const LayerHeader& h,
                           const GridSize& size) {
-    return at_byte(file, position) + ": a layer of " + std::to_string(h.rows) + " rows and " +
+    return file.place(position) + ": a layer of " + std::to_string(h.rows) + " rows and " +
            std::to_string(h.columns) + " columns, the model has " + std::to_string(size.rows) + " and " +
            std::to_string(size.columns);
 }
@@ -67,7 +63,7 @@ void scan_plain(ModelState& model) {
             // Half a step is no step; those before it stay good.
             model.heads.positions.erase(step);
             model.times.erase(step);
-            model.note(at_byte(in, position) + ": the heads of this step are cut short");
+            model.note(in.place(position) + ": the heads of this step are cut short");
             break;
         }
     }
@@ -90,7 +86,7 @@ void scan_by_label(ModelState& model) {
         trace_header(h);
         if (h.columns != size.columns || h.rows != size.rows || h.layer < 1 || h.layer > size.layers) {
             model.fail(h.layer < 1 || h.layer > size.layers
-                           ? at_byte(in, record.position) + ": layer " + std::to_string(h.layer) +
+                           ? in.place(record.position) + ": layer " + std::to_string(h.layer) +
                                  ", the model has " + std::to_string(size.layers)
                            : grid_mismatch(in, record.position, h, size));
             return;
@@ -102,7 +98,7 @@ void scan_by_label(ModelState& model) {
         layers.resize(static_cast<std::size_t>(size.layers), -1);
         layers[static_cast<std::size_t>(h.layer - 1)] = record.position;
     }
-    if (cut) model.note(at_byte(in, record.position) + ": the record is cut short");
+    if (cut) model.note(in.place(record.position) + ": the record is cut short");
 }
 
 /// What a value of the head file means in a cell: by the plain rule markers become elevations, otherwise the
@@ -195,7 +191,6 @@ void scan_heads(ModelState& model) {
     const std::string name = display_name(model.streams.path(f.hed_unit));
     const auto layout = detect_layer_layout(stream);
     model.heads.file = std::make_unique<RecordFile>(stream, name);
-    const bool plain_layout = !layout || (!layout->record_markers && layout->real_bytes == 4);
     if (!layout) {
         if (model.heads.file->size() > 0) {
             model.fail(name + ": byte 0: no head record begins here");
@@ -203,14 +198,8 @@ void scan_heads(ModelState& model) {
             model.warn(name + ": the file is empty");
         }
         if (f.reading_rules.head_records_only) return;
-    } else if (!plain_layout && !f.reading_rules.detect_result_layout) {
-        model.fail(name +
-                   ": byte 0: the file has 64-bit reals or Fortran record markers, which are not read by "
-                   "these rules");
+    } else if (!adopt_layout(model, *model.heads.file, *layout)) {
         return;
-    } else if (!plain_layout) {
-        f.report.rules_used.detect_result_layout = true;
-        model.heads.file->set_layout(*layout);
     }
     if (f.reading_rules.head_records_only) {
         scan_by_label(model);

@@ -49,7 +49,7 @@ void scan_link_flows(ModelState& model) {
         BudgetRecord record;
         const LinkNext next = next_link_record(*in, record);
         if (next == LinkNext::kEnd) return;
-        const std::string where = in->name() + ": byte " + std::to_string(record.position) + ": ";
+        const std::string where = in->place(record.position) + ": ";
         if (next == LinkNext::kCutShort) {
             model.note(where + "the record is cut short or damaged");
             return;

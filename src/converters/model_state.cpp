@@ -46,4 +46,17 @@ void ModelState::warn(const std::string& text) {
     factory.report.warnings.push_back(text);
 }
 
+bool adopt_layout(ModelState& model, RecordFile& file, const ResultLayout& layout) {
+    if (!layout.record_markers && layout.real_bytes == 4) return true;
+    if (!model.factory.reading_rules.detect_result_layout) {
+        model.fail(file.name() +
+                   ": byte 0: the file has 64-bit reals or Fortran record markers, which are not read by "
+                   "these rules");
+        return false;
+    }
+    model.factory.report.rules_used.detect_result_layout = true;
+    file.set_layout(layout);
+    return true;
+}
+
 }  // namespace plx

@@ -70,4 +70,7 @@ struct ModelState {
     void warn(const std::string& text);
 };
 
+/// Sets the layout of a result file; false, after a message, for one that the conversion's rules do not read.
+bool adopt_layout(ModelState& model, RecordFile& file, const ResultLayout& layout);
+
 }  // namespace plx

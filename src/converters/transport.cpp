@@ -20,10 +20,6 @@ std::string three_digits(int number) {
     return std::string(3 - std::min<std::size_t>(text.size(), 3), '0') + text;
 }
 
-std::string at_byte(const RecordFile& file, std::int64_t position) {
-    return file.name() + ": byte " + std::to_string(position) + ": ";
-}
-
 const char* message_of(ConcentrationField field) {
     switch (field) {
         case ConcentrationField::kTransportStep:
@@ -96,7 +92,7 @@ void add_species(ModelState& model, int number) {
 void tell_end(ModelState& model, const SpeciesFile& species, int layer, std::int64_t position) {
     const RecordFile& file = *species.file;
     if (layer > 0 || position < file.size()) {
-        model.note(at_byte(file, position) + "the concentrations of this time are cut short");
+        model.note(file.place(position) + ": " + "the concentrations of this time are cut short");
         model.warn(file.name() + ": the transport results end with the last time that is whole");
         return;
     }
@@ -125,7 +121,7 @@ bool read_layer(ModelState& model, SpeciesFile& species, int layer, double* valu
     if (field == ConcentrationField::kNone) {
         const std::string fault = concentration_grid_fault(header, model.size(), layer + 1);
         if (!fault.empty()) {
-            model.fail(at_byte(in, position) + fault);
+            model.fail(in.place(position) + ": " + fault);
             return false;
         }
         if (!in.read_reals(values, model.size().per_layer())) field = ConcentrationField::kValues;

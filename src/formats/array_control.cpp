@@ -105,7 +105,7 @@ private:
         do {
             place_ = in_.place();
             if (!in_.read_line(line_)) return false;
-        } while (trimmed(line_).substr(0, 1) == "#");
+        } while (is_comment(line_));
         if (rules_.tab_separates && line_.find('\t') != std::string::npos) used_.tab_separates = true;
         return true;
     }

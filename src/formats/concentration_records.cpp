@@ -43,7 +43,7 @@ std::string check_first_concentrations(RecordFile& in, const GridSize& grid, std
         LayerHeader header;
         if (read_concentration_header(in, header) != ConcentrationField::kNone) break;
         fault = concentration_grid_fault(header, grid, k % grid.layers + 1);
-        if (!fault.empty()) fault = in.name() + ": byte " + std::to_string(position) + ": " + fault;
+        if (!fault.empty()) fault = in.place(position) + ": " + fault;
         if (!in.skip(layer_bytes)) break;
     }
     in.seek(0);

@@ -31,6 +31,8 @@ public:
     void set_layout(const ResultLayout& layout) { layout_ = layout; }
     const ResultLayout& layout() const { return layout_; }
     const std::string& name() const { return name_; }
+    /// "name: byte 44", for messages.
+    std::string place(std::int64_t position) const { return name_ + ": byte " + std::to_string(position); }
     std::int64_t size() const { return size_; }
     /// Bytes from the position to the end of the file, markers included: no count in the file can ask for
     /// more.
