@@ -14,6 +14,7 @@ constexpr int kWrongUsage = 2;
 using Action = std::function<int()>;
 
 void add_modflow_command(CLI::App& app, Action& action);
+void add_gms_command(CLI::App& app, Action& action);
 void add_info_command(CLI::App& app, Action& action);
 
 }  // namespace plx::tool

@@ -8,6 +8,9 @@ namespace plx::tool {
 /// descriptor and receives what is printed.
 void open_standard_streams();
 
+/// True when standard output is a terminal.
+bool output_stream_is_terminal();
+
 /// True when standard error is a terminal.
 bool error_stream_is_terminal();
 

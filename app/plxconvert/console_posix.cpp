@@ -14,6 +14,8 @@ void open_standard_streams() {
     if (opened > 2) close(opened);
 }
 
+bool output_stream_is_terminal() { return isatty(STDOUT_FILENO) != 0; }
+
 bool error_stream_is_terminal() { return isatty(STDERR_FILENO) != 0; }
 
 OutputDiversion::OutputDiversion(bool wanted, const std::string& path) {

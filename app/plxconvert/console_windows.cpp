@@ -15,6 +15,8 @@ void open_standard_streams() {
     if (opened > 2) _close(opened);
 }
 
+bool output_stream_is_terminal() { return _isatty(_fileno(stdout)) != 0; }
+
 bool error_stream_is_terminal() { return _isatty(_fileno(stderr)) != 0; }
 
 OutputDiversion::OutputDiversion(bool wanted, const std::string& path) {

@@ -5,6 +5,7 @@
 
 #include "plxconvert/commands.h"
 #include "plxconvert/console.h"
+#include "plxconvert/info_gms.h"
 #include "plxconvert/info_output.h"
 #include "plxconvert/messages.h"
 #include "plxconvert/model_kind.h"
@@ -19,14 +20,18 @@ namespace {
 const char* const kFooter =
     "A name file gives the model: grid, active cells and elevations of the layers, stress\n"
     "periods, and the result files with their saved steps and budget terms. A head, drawdown or\n"
-    "flow file is described alone, by its contents. Nothing is written.\n"
+    "flow file is described alone, by its contents. A GMS project, text or HDF5, gives its\n"
+    "objects with their datasets, and its materials; a GMS dataset file its datasets with their\n"
+    "times. Nothing is written.\n"
     "\n"
     "Examples:\n"
     "  plxconvert info site.nam\n"
     "  plxconvert info results/site.cbb\n"
     "      Budget terms of a flow file, with the number of records and entries.\n"
     "  plxconvert info site.nam --json\n"
-    "      One JSON object: file, kind, grid, units, layers, stress_periods, results.";
+    "      One JSON object: file, kind, grid, units, layers, stress_periods, results.\n"
+    "  plxconvert info site.gpr --json\n"
+    "      One JSON object: file, kind, files, objects, datasets, materials.";
 
 int describe_result(const std::filesystem::path& file, bool json) {
     OutputDiversion diversion(true, "");
@@ -87,8 +92,10 @@ void add_info_command(CLI::App& app, Action& action) {
         bool json = false;
     };
     const auto options = std::make_shared<Options>();
-    CLI::App* command = app.add_subcommand("info", "Describe a MODFLOW model or result file");
-    command->add_option("PROJECT|RESULTFILE", options->file, "A name file (.nam), or a head or flow file")
+    CLI::App* command = app.add_subcommand("info", "Describe a model, a result file or a GMS project");
+    command
+        ->add_option("PROJECT|RESULTFILE", options->file,
+                     "A name file (.nam), a head or flow file, a GMS project (.gpr) or dataset file")
         ->required()
         ->option_text(" ");
     command->add_flag("--json", options->json, "Print one JSON object");
@@ -96,6 +103,8 @@ void add_info_command(CLI::App& app, Action& action) {
     command->callback([options, &action] {
         action = [options] {
             const std::filesystem::path file = input_file(options->file);
+            const std::string gms = gms_kind(file);
+            if (!gms.empty()) return describe_gms(file, gms, options->json);
             return is_binary(file) ? describe_result(file, options->json)
                                    : describe_model(file, options->json);
         };

@@ -15,25 +15,30 @@ constexpr const char* kExamples =
     "      What the model holds: grid, layers, stress periods, results, budget terms.\n"
     "  plxconvert info site.hds --json\n"
     "      A single head or flow file, as JSON for scripts.\n"
+    "  plxconvert info site.gpr\n"
+    "      The surfaces, scatter points, boreholes and datasets of a GMS project.\n"
     "  plxconvert modflow site.nam\n"
     "      Everything that the model has, into folders GENERAL and MODFLOW beside site.nam.\n"
     "  plxconvert modflow site.nam --dest /data/plx/site --compress --porosity 0.25,0.3,0.2\n"
     "      Compressed, into a folder of its own, with a porosity for each of three layers.\n"
+    "  plxconvert gms site.gpr --dest /data/plx/site\n"
+    "      The surfaces and boreholes of a GMS project.\n"
     "\n"
-    "'plxconvert modflow --help' and 'plxconvert info --help' tell the rest.\n"
+    "'plxconvert modflow --help', 'plxconvert gms --help' and 'plxconvert info --help' tell the\n"
+    "rest.\n"
     "Exit codes: 0 everything was written; 1 something is wrong with the input or the\n"
     "results could not be written; 2 wrong usage.";
 
 std::string usage_fault(const CLI::App* app, const CLI::Error& error) {
     const auto used = app->get_subcommands();
-    if (used.empty()) return "plxconvert: give a command: info or modflow\nTry 'plxconvert --help'.\n";
+    if (used.empty()) return "plxconvert: give a command: info, modflow or gms\nTry 'plxconvert --help'.\n";
     return "plxconvert: " + std::string(error.what()) + "\nTry 'plxconvert " + used[0]->get_name() +
            " --help'.\n";
 }
 
 int run(int argc, char** argv) {
     using namespace plx::tool;
-    CLI::App app("Converts groundwater models into PLX field files.", "plxconvert");
+    CLI::App app("Converts groundwater models and GMS projects into PLX files.", "plxconvert");
     app.set_version_flag("--version", "plxconvert " PLX_VERSION, "Print the version");
     app.set_help_flag("-h,--help", "Print this help");
     app.failure_message(&usage_fault);
@@ -42,6 +47,7 @@ int run(int argc, char** argv) {
     Action action;
     add_info_command(app, action);
     add_modflow_command(app, action);
+    add_gms_command(app, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,7 +1,9 @@
 #include "plxconvert/messages.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
+#include <utility>
 
 #include "plxutils/gms/GMSCallbacks.h"
 
@@ -10,17 +12,15 @@ namespace plx::tool {
 namespace {
 
 // The hook is a C function without user data, so it needs a place to find its collector.
-std::vector<std::string>* hooked_texts = nullptr;
+ErrorCollector* hooked = nullptr;
+
+// A damaged file of some gigabytes can cause millions of messages.
+constexpr std::size_t kMostTexts = 1000;
 
 std::string without_line_end(std::string text) {
     while (!text.empty() && (text.back() == '\n' || text.back() == '\r' || text.back() == '\t'))
         text.pop_back();
     return text;
-}
-
-void keep_error(const char* message) {
-    if (hooked_texts == nullptr || message == nullptr) return;
-    hooked_texts->push_back(without_line_end(message));
 }
 
 }  // namespace
@@ -30,13 +30,31 @@ void print_error(const std::string& text) { std::fprintf(stderr, "plxconvert: %s
 void print_warning(const std::string& text) { print_error("warning: " + text); }
 
 ErrorCollector::ErrorCollector() {
-    hooked_texts = &texts_;
-    GMS_SetErrorFunc(&keep_error);
+    hooked = this;
+    GMS_SetErrorFunc(&ErrorCollector::keep);
 }
 
 ErrorCollector::~ErrorCollector() {
     GMS_SetErrorFunc(nullptr);
-    hooked_texts = nullptr;
+    hooked = nullptr;
+}
+
+void ErrorCollector::keep(const char* message) {
+    if (hooked == nullptr || message == nullptr) return;
+    std::string text = without_line_end(message);
+    if (hooked->known_.count(text) != 0) return;
+    if (hooked->texts_.size() == kMostTexts) {
+        ++hooked->dropped_;
+        return;
+    }
+    hooked->known_.insert(text);
+    hooked->texts_.push_back(std::move(text));
+}
+
+std::vector<std::string> ErrorCollector::texts() const {
+    std::vector<std::string> all = texts_;
+    if (dropped_ > 0) all.push_back("and " + std::to_string(dropped_) + " further messages");
+    return all;
 }
 
 std::vector<std::string> ErrorCollector::merged_with(const ConversionReport& report) const {
@@ -48,7 +66,7 @@ std::vector<std::string> ErrorCollector::merged_with(const ConversionReport& rep
         if (!text.empty() && std::none_of(merged.begin(), merged.end(), says_it)) merged.push_back(text);
     };
     for (const std::string& text : report.errors) add(without_line_end(text));
-    for (const std::string& text : texts_) add(text);
+    for (const std::string& text : texts()) add(text);
     return merged;
 }
 

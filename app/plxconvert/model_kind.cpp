@@ -35,7 +35,9 @@ std::vector<std::string> file_types(const std::string& name_file) {
 /// Why an extension is not that of a plain name file; empty when it is.
 std::string extension_fault(const std::string& extension) {
     if (extension == ".nam" || extension == ".mfn") return "";
-    if (extension == ".gpr") return "a GMS project; give a MODFLOW name file (.nam)";
+    if (extension == ".gpr")
+        return "a GMS project; 'plxconvert gms' converts its surfaces, a MODFLOW model in it is "
+               "given by its name file (.nam)";
     if (extension == ".vmf") return "a Visual MODFLOW project; give a MODFLOW name file (.nam)";
     return "not a MODFLOW name file: those end in .nam";
 }
@@ -80,8 +82,11 @@ bool is_binary(const std::filesystem::path& file) {
 
 ModelKind find_kind(const std::filesystem::path& project, const std::string& wanted) {
     const std::string name = "'" + project.string() + "'";
-    if (is_binary(project)) throw InputFault(name + " is a binary file, not a MODFLOW name file");
     const std::string extension = lower(project.extension().string());
+    // GMS projects of newer versions are binary.
+    if (extension != ".gpr" && is_binary(project)) {
+        throw InputFault(name + " is a binary file, not a MODFLOW name file");
+    }
     const std::string fault = extension_fault(extension);
     if (!fault.empty()) throw InputFault(name + " is " + fault);
     const ModelKind kind = wanted == "auto" ? kind_by_types(name, file_types(project.string()))

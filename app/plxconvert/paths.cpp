@@ -43,13 +43,12 @@ void check_found_again(const fs::path& path) {
 
 }  // namespace
 
-fs::path input_file(const std::string& given) {
+fs::path input_file(const std::string& given, const std::string& wanted) {
     const fs::path path = absolute_path(given);
     std::error_code fault;
     const fs::file_status status = fs::status(path, fault);
     if (!fs::exists(status)) throw InputFault(quoted(given) + " does not exist");
-    if (fs::is_directory(status))
-        throw InputFault(quoted(given) + " is a folder; give the model's name file in it");
+    if (fs::is_directory(status)) throw InputFault(quoted(given) + " is a folder; give " + wanted + " in it");
     if (!fs::is_regular_file(status)) throw InputFault(quoted(given) + " is not a regular file");
     check_storable(path);
     check_found_again(path);

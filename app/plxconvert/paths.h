@@ -7,8 +7,10 @@ namespace plx::tool {
 
 /// Absolute native path of an existing input file.
 ///
+/// @param wanted  what to give in place of a folder.
 /// @throws InputFault when it is missing, a folder, or has a path that the library cannot keep.
-std::filesystem::path input_file(const std::string& given);
+std::filesystem::path input_file(const std::string& given,
+                                 const std::string& wanted = "the model's name file");
 
 /// Absolute native path of a folder for results, made with its parents when it is missing.
 ///

@@ -12,7 +12,7 @@ void FieldFileWriter::definition(const char* keyword, const std::vector<FieldDat
     }
 }
 
-void FieldFileWriter::header(const FieldHeader& field) {
+void FieldFileWriter::counts(const FieldHeader& field) {
     out_.text("# ").text(field.comment).text("\nDEFINITION Mesh");
     if (!field.node_data.empty()) out_.text("+Node_Data");
     if (!field.cell_data.empty()) out_.text("+Cell_Data");
@@ -24,15 +24,42 @@ void FieldFileWriter::header(const FieldHeader& field) {
         out_.text("NUM_CELL_DATA ").integer(static_cast<int>(field.cell_data.size())).put('\n');
     }
     out_.text("NCELL_SETS ").integer(static_cast<int>(field.cell_sets.size())).put('\n');
+}
+
+void FieldFileWriter::cell_set(int index, const CellSet& set) {
+    out_.text("CELL_SET_DEF ").integer(index).put(' ').integer(set.cells).put(' ').text(set.type);
+    out_.text(" \"").text(set.name).put('"');
+}
+
+void FieldFileWriter::header(const FieldHeader& field) {
+    counts(field);
     out_.text("NODES FILE \"").text(field.node_file).text("\" ROW 2 X 1 Y 2 Z 3\n");
-    definition("NODE_DATA_DEF", field.node_data);
+    node_data_definitions(field);
     int index = 0;
     for (const CellSet& set : field.cell_sets) {
-        out_.text("CELL_SET_DEF ").integer(index++).put(' ').integer(set.cells).put(' ').text(set.type);
-        out_.text(" \"").text(set.name).text("\" FILE \"").text(field.connectivity_file).text("\" ROW ");
+        cell_set(index++, set);
+        out_.text(" FILE \"").text(field.connectivity_file).text("\" ROW ");
         out_.integer(set.first_row).put('\n');
     }
     definition("CELL_DATA_DEF", field.cell_data);
+}
+
+void FieldFileWriter::begin_own_nodes(const FieldHeader& field) {
+    counts(field);
+    out_.text("NODES IN_FILE\n");
+}
+
+void FieldFileWriter::node_data_definitions(const FieldHeader& field) {
+    definition("NODE_DATA_DEF", field.node_data);
+}
+
+void FieldFileWriter::begin_own_cells(const FieldHeader& field) {
+    int index = 0;
+    for (const CellSet& set : field.cell_sets) {
+        cell_set(index++, set);
+        out_.text(" IN_FILE\n");
+    }
+    out_.text("CELL_START\n");
 }
 
 void FieldFileWriter::begin_node_data(const FieldHeader& field) {

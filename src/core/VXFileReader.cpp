@@ -1,6 +1,5 @@
 #include "plxutils/core/VXFileReader.h"
 
-#include <array>
 #include <climits>
 #include <cstdint>
 #include <initializer_list>
@@ -8,6 +7,7 @@
 
 #include "core/ascii_text.h"
 #include "core/text_number.h"
+#include "core/word_splitter.h"
 
 namespace {
 
@@ -30,51 +30,19 @@ bool scan_number(std::string_view text, double& v) {
     return true;
 }
 
-class Separators {
-public:
-    explicit Separators(std::string_view set) {
-        for (const char c : set) member_[static_cast<unsigned char>(c)] = true;
-    }
-    bool has(char c) const { return member_[static_cast<unsigned char>(c)]; }
-
-private:
-    std::array<bool, 256> member_{};
-};
-
-// Calls take(word) for every word from left to right.
-template <class Take>
-void for_each_word(std::string_view rest, const Separators& separators, bool comments, Take take) {
-    while (!rest.empty() && separators.has(rest.back())) rest.remove_suffix(1);
-    while (!rest.empty()) {
-        // Ends at a word: the last byte is no separator.
-        while (separators.has(rest.front())) rest.remove_prefix(1);
-        const char first = rest.front();
-        if (first == '#' && comments) return;
-        if (first == '"' || first == '\'') {
-            rest.remove_prefix(1);
-            const std::size_t closing = rest.find(first);
-            take(rest.substr(0, closing));
-            rest.remove_prefix(closing == std::string_view::npos ? rest.size() : closing + 1);
-        } else {
-            std::size_t n = 0;
-            while (n < rest.size() && !separators.has(rest[n])) ++n;
-            take(rest.substr(0, n));
-            rest.remove_prefix(n);
-        }
-    }
-}
-
 int split(std::string_view line, std::string_view delims, VX1DArray<String>& words, bool comments) {
-    const Separators separators(delims);
+    const plx::Separators separators(delims);
     int count = 0;
-    for_each_word(line, separators, comments, [&](std::string_view) { ++count; });
+    plx::for_each_word(line, separators, comments, [&](std::string_view) { return ++count > 0; });
     if (!words.SetSize(count, String())) {
         words.SetSize(0, String());
         return 0;
     }
     String* word = words.data;
-    for_each_word(line, separators, comments,
-                  [&](std::string_view text) { (word++)->Assign(text.data(), text.size()); });
+    plx::for_each_word(line, separators, comments, [&](std::string_view text) {
+        (word++)->Assign(text.data(), text.size());
+        return true;
+    });
     return count;
 }
 

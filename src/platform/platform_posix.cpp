@@ -59,12 +59,13 @@ std::string_view without_quotes(std::string_view value) {
 std::optional<std::string_view> find_in_ini(std::string_view text, std::string_view section,
                                             std::string_view key) {
     bool inside = false;
+    if (text.starts_with("\xef\xbb\xbf")) text.remove_prefix(3);
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
         const std::string_view line = trimmed(text.substr(0, end));
         text.remove_prefix(std::min(end + 1, text.size()));
         if (line.empty() || line.front() == ';') continue;
-        if (line.front() == '[') {
+        if (line.front() == '[' && line.find(']') != std::string_view::npos) {
             if (inside) return std::nullopt;
             inside = same_word(trimmed(line.substr(1, line.find(']') - 1)), section);
             continue;
@@ -183,7 +184,9 @@ std::int64_t clock_count() {
 std::int64_t clock_frequency() { return 1'000'000'000; }
 
 std::string ini_value(const char* stored_file, const char* section, const char* key, const char* fallback) {
-    const std::string otherwise = fallback ? fallback : "";
+    std::string_view ready(fallback ? fallback : "");
+    ready = without_quotes(ready.substr(0, ready.find_last_not_of(' ') + 1));
+    const std::string otherwise(ready);
     if (!section || !key) return otherwise;
     const FileHandle file(open_file(stored_file, "rb"));
     const auto text = read_all(file.get());

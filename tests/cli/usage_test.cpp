@@ -18,7 +18,7 @@ TEST(Usage, WrongOptionsEndWithTwo) {
         std::vector<std::string> arguments;
         const char* message;
     } cases[] = {
-        {{}, "give a command: info or modflow"},
+        {{}, "give a command: info, modflow or gms"},
         {{"modflow"}, "PROJECT is required"},
         {{"modflow", "x.nam", "--wave"}, "--wave"},
         {{"modflow", "x.nam", "--kind", "seawat"}, "seawat"},
@@ -33,6 +33,14 @@ TEST(Usage, WrongOptionsEndWithTwo) {
         {{"modflow", "x.nam", "--crop", "0", "5", "10", "-5"}, "YMIN"},
         {{"modflow", "x.nam", "--crop", "0", "nan", "10", "5"}, "finite"},
         {{"info", "x.nam", "y.nam"}, "y.nam"},
+        {{"gms", "x.gpr"}, "--dest is required"},
+        {{"gms", "x.gpr", "--dest", "d", "--types", "tin,wells"},
+         "'wells' is not known; the names are modflow"},
+        {{"gms", "x.gpr", "--dest", "d", "--types", "all,tin"}, "'all' stands alone"},
+        {{"gms", "x.gpr", "--dest", "d", "--extents", "0", "0", "1"}, "--extents"},
+        {{"gms", "x.gpr", "--dest", "d", "--extents", "5", "0", "1", "1"}, "XMIN"},
+        {{"gms", "x.gpr", "--dest", "d", "--time", "inf"}, "finite"},
+        {{"gms", "x.gpr", "--dest", "d", "--rules", "modflow"}, "modflow"},
     };
     for (const auto& [arguments, message] : cases) {
         SCOPED_TRACE(testing::PrintToString(arguments));
@@ -51,6 +59,7 @@ TEST(Usage, HelpShowsWorkedExamples) {
     } cases[] = {{{"--help"}, "plxconvert modflow site.nam"},
                  {{"modflow", "--help"}, "  boundary_flows  flows of wells"},
                  {{"info", "--help"}, "plxconvert info site.nam --json"},
+                 {{"gms", "--help"}, "  borehole        boreholes: a pre-geology file"},
                  {{"--version"}, "plxconvert 0."}};
     for (const auto& [arguments, text] : cases) {
         SCOPED_TRACE(testing::PrintToString(arguments));

@@ -5,14 +5,13 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "plxutils/converters/Converter.h"
 #include "plxutils/converters/MODFLOW2000_Converter.h"
 #include "support/capture_stdout.h"
+#include "support/golden_files.h"
 #include "support/temp_folder.h"
 
 namespace fs = std::filesystem;
@@ -51,27 +50,6 @@ plx::ConversionReport convert(const fs::path& out, const plx::ReadingRules& rule
     return factory.report;
 }
 
-std::vector<fs::path> files_below(const fs::path& folder) {
-    std::vector<fs::path> names;
-    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-        if (entry.is_regular_file()) names.push_back(fs::relative(entry.path(), folder));
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
-void expect_tree(const fs::path& golden, const fs::path& tree) {
-    if (std::getenv("PLX_RENEW_GOLDENS") != nullptr) {
-        fs::remove_all(golden);
-        fs::create_directories(golden.parent_path());
-        fs::copy(tree, golden, fs::copy_options::recursive);
-    }
-    EXPECT_EQ(files_below(golden), files_below(tree));
-    for (const fs::path& name : files_below(golden)) {
-        EXPECT_EQ(plx::test::read_bytes(golden / name), plx::test::read_bytes(tree / name)) << name;
-    }
-}
-
 }  // namespace
 
 TEST(SmallModel, FilesAreThoseOfTheGoldens) {
@@ -88,7 +66,7 @@ TEST(SmallModel, FilesAreThoseOfTheGoldens) {
         EXPECT_TRUE(report.errors.empty()) << report.errors.front();
         EXPECT_EQ(report.cells, c.cells);
         EXPECT_EQ(report.steps, 3);
-        expect_tree(kData / "golden" / c.golden, out.path());
+        plx::test::expect_tree(kData / "golden" / c.golden, out.path());
     }
 }
 
@@ -96,7 +74,7 @@ TEST(SmallModel, CompressedFilesHoldTheSameText) {
     plx::test::TempFolder out;
     EXPECT_TRUE(convert(out.path(), plx::ReadingRules::modflow(), true).errors.empty());
     const fs::path golden = kData / "golden" / "modflow";
-    for (const fs::path& name : files_below(golden)) {
+    for (const fs::path& name : plx::test::files_below(golden)) {
         std::string packed = name.string();
         for (const auto& [plain, other] : {std::pair{".pff", ".pfz"}, {".dwr", ".dwz"}}) {
             const auto at = packed.rfind(plain);

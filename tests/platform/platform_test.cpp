@@ -60,16 +60,28 @@ TEST_F(Platform, MovesAcrossVolumes) {
 TEST_F(Platform, IniValues) {
     const std::string ini = folder.write(
         "s.ini",
-        "Length=outside\r\n; Units\r\n[ units ]\r\n Length = ft \r\nTime='days'\r\n;Mass=kg\r\nEmpty=\r\n"
-        "Formula=\"a=b\"\r\nOpen=\"x\r\n[Other]\r\nMass=g\r\n[Units]\r\nLate=1");
+        "\xef\xbb\xbf[Units\r\nLength=outside\r\n; Units\r\n[ units ] text\r\n Length = ft us "
+        "\r\nTime='days'\r\n"
+        ";Mass=kg\r\nEmpty=\r\nFormula=\"a=b\"\r\nOpen=\"x\r\nInner=a \"b\"\r\nTail=6 ; tail\r\nNo line\r\n"
+        "Twice=1\r\nTwice=2\rCr=3\r[Other]\r\nMass=g\r\n[Units]\r\nLate=1");
     // clang-format off
     const std::vector<std::pair<const char*, const char*>> cases = {
-        {"LENGTH", "ft"}, {"time", "days"}, {"Mass", "none"}, {"Empty", ""}, {"Formula", "a=b"},
-        {"Open", "\"x"}, {"Late", "none"}};
+        {"LENGTH", "ft us"}, {"time", "days"}, {"Mass", "none"}, {"Empty", ""}, {"Formula", "a=b"},
+        {"Open", "\"x"}, {"Inner", "a \"b\""}, {"Tail", "6 ; tail"}, {"No line", "none"}, {"Twice", "1"},
+        {"Cr", "3"}, {"Late", "none"}};
     // clang-format on
     for (const auto& [key, expected] : cases)
         EXPECT_EQ(ini_value(ini.c_str(), "Units", key, "none"), expected) << key;
-    EXPECT_EQ(ini_value(folder.file("no.ini").c_str(), "Units", "Length", nullptr), "");
+    EXPECT_EQ(ini_value(folder.write("end.ini", "[Units]\nLength=m").c_str(), "Units", "Length", "ft"), "m");
+}
+
+TEST_F(Platform, IniDefaultsAreCutLikeValues) {
+    const std::vector<std::pair<const char*, const char*>> cases = {
+        {nullptr, ""}, {" ft  ", " ft"}, {"\"a b\"", "a b"}, {"'a'", "a"}, {"   ", ""}};
+    for (const auto& [given, expected] : cases) {
+        EXPECT_EQ(ini_value(folder.file("no.ini").c_str(), "Units", "Length", given), expected);
+        EXPECT_EQ(ini_value("", "Units", "Length", given), expected);
+    }
 }
 
 }  // namespace

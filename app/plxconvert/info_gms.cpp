@@ -1,0 +1,67 @@
+#include "plxconvert/info_gms.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "plxconvert/commands.h"
+#include "plxconvert/console.h"
+#include "plxconvert/info_output.h"
+#include "plxconvert/messages.h"
+#include "plxconvert/words.h"
+
+namespace plx::tool {
+
+std::string gms_kind(const std::filesystem::path& file) {
+    std::string kind = gms_file_kind(file.string().c_str());
+    if (kind.empty() && lower(file.extension().string()) == ".gpr") kind = "text";
+    return kind;
+}
+
+std::string gms_title(const std::string& kind) {
+    if (kind == "datasets") return "GMS dataset file";
+    return kind == "hdf5" ? "GMS project (HDF5)" : "GMS project (text)";
+}
+
+std::string contents_of(const GmsProjectSummary& summary) {
+    std::vector<std::pair<std::string, long long>> types;
+    for (const GmsObjectSummary& object : summary.objects) {
+        const auto same = [&object](const auto& known) { return known.first == object.type; };
+        const auto found = std::find_if(types.begin(), types.end(), same);
+        if (found == types.end()) {
+            types.emplace_back(object.type, 1);
+        } else {
+            ++found->second;
+        }
+    }
+    std::string text;
+    for (const auto& [type, count] : types) text += (text.empty() ? "" : ", ") + counted(count, type);
+    return text;
+}
+
+int describe_gms(const std::filesystem::path& file, const std::string& kind, bool json) {
+    const ErrorCollector collector;
+    OutputDiversion diversion(true, "");
+    GmsDescription project{file.filename().string(), {}};
+    const std::string path = file.string();
+    project.summary = kind == "datasets" ? summarize_gms_datasets(path.c_str(), true)
+                                         : summarize_gms_project(path.c_str(), true);
+    diversion.end();
+    const GmsProjectSummary& summary = project.summary;
+    std::vector<std::string> errors = collector.texts();
+    if (!summary.problem.empty()) errors.push_back("'" + path + "': " + summary.problem);
+    if (kind == "text" && summary.problem.empty() && summary.files.empty()) {
+        errors.push_back("'" + path + "' is a GMS project that names no files");
+    }
+    for (const std::string& error : errors) print_error(error);
+    const bool empty = summary.files.empty() && summary.objects.empty() && summary.datasets.empty();
+    if (!errors.empty() && empty) return kInputFault;
+    if (json) {
+        print_json(project);
+    } else {
+        print_text(project);
+    }
+    return errors.empty() ? kDone : kInputFault;
+}
+
+}  // namespace plx::tool

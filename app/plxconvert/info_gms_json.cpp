@@ -1,0 +1,62 @@
+#include <cmath>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "plxconvert/info_output.h"
+
+namespace plx::tool {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json describe(const GmsDatasetSummary& dataset) {
+    Json json = {{"name", dataset.name},
+                 {"object_type", dataset.object_type},
+                 {"object_id", dataset.object_id},
+                 {"components", dataset.components},
+                 {"values", dataset.values},
+                 {"times", Json::array()},
+                 {"min", dataset.min},
+                 {"max", dataset.max},
+                 {"file", dataset.file}};
+    for (const double time : dataset.times) {
+        json["times"].push_back(std::isfinite(time) ? Json(time) : Json());
+    }
+    return json;
+}
+
+Json describe(const GmsObjectSummary& object) {
+    Json json = {{"type", object.type},           {"name", object.name},           {"id", object.id},
+                 {"file", object.file},           {"converted", object.converted}, {"points", object.points},
+                 {"triangles", object.triangles}, {"datasets", Json::array()}};
+    for (const GmsDatasetSummary& dataset : object.datasets) json["datasets"].push_back(describe(dataset));
+    return json;
+}
+
+}  // namespace
+
+void print_json(const GmsDescription& project) {
+    const GmsProjectSummary& summary = project.summary;
+    Json json = {{"file", project.file},
+                 {"kind", "gms " + summary.kind},
+                 {"files", Json::array()},
+                 {"objects", Json::array()},
+                 {"datasets", Json::array()},
+                 {"materials", Json::array()},
+                 {"materials_used", summary.materials_used},
+                 {"problem", summary.problem}};
+    for (const GmsFileSummary& file : summary.files) {
+        json["files"].push_back({{"keyword", file.keyword}, {"name", file.name}, {"exists", file.exists}});
+    }
+    for (const GmsObjectSummary& object : summary.objects) json["objects"].push_back(describe(object));
+    for (const GmsDatasetSummary& dataset : summary.datasets) json["datasets"].push_back(describe(dataset));
+    for (const GmsMaterialSummary& material : summary.materials) {
+        json["materials"].push_back({{"number", material.number}, {"name", material.name}});
+    }
+    // Names are bytes of any code page; what is not UTF-8 is replaced.
+    std::printf("%s\n", json.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
+}
+
+}  // namespace plx::tool

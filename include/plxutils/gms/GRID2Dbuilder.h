@@ -1,0 +1,11 @@
+#pragma once
+
+#include "plxutils/export.h"
+#include "plxutils/gms/FileBuilder.h"
+
+/// Keeps the list of 2-D grids, which are not converted yet; build tells so when there are any.
+class PLX_EXPORT GRID2Dbuilder : public FileBuilder {
+public:
+    using FileBuilder::FileBuilder;
+    void build() override;
+};

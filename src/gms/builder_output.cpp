@@ -1,0 +1,89 @@
+#include "gms/builder_output.h"
+
+#include <algorithm>
+
+#include "core/ascii_text.h"
+#include "gms/callbacks.h"
+#include "platform/host_path.h"
+#include "platform/platform.h"
+
+namespace plx {
+namespace {
+
+/// True when the stored path stays in the folder. Names come from the project: they may hold separators, or
+/// tokens that stand for another place.
+bool stays_in(const std::string& folder, const std::string& name) {
+    if (folder.empty() || name.find_first_of("/\\:") != std::string::npos) return false;
+    const std::string path = folder + "\\" + name;
+    if (!platform::fits_stored_form(path)) return false;
+    return equal_no_case(VXFile(path.c_str()).GetDirectoryName().c_str(), folder);
+}
+
+}  // namespace
+
+void announce_build(const char* announcement) {
+    GMS_ReportStatus("%s\n", std::string(60, '_').c_str());
+    GMS_ReportStatus("%s", announcement);
+}
+
+std::string output_folder(const GMStoPLX& owner, const char* subfolder) {
+    std::string folder = owner.destination.GetFilePath().c_str();
+    folder.erase(folder.find_last_not_of("\\/") + 1);
+    if (folder.empty() || !owner.useSubfolders) return folder;
+    folder += std::string("\\") + subfolder;
+    platform::make_directory(folder.c_str());
+    return folder;
+}
+
+std::string clean_name(std::string name) {
+    std::replace(name.begin(), name.end(), ' ', '_');
+    std::replace(name.begin(), name.end(), '\t', '_');
+    std::erase(name, '"');
+    return name;
+}
+
+std::string last_with_extension(const std::vector<String>& paths, std::string_view extension) {
+    std::string last;
+    for (const String& path : paths) {
+        const std::string_view text = path.c_str();
+        const std::size_t dot = text.rfind('.');
+        if (dot != std::string_view::npos && text.substr(dot + 1) == extension) last = text;
+    }
+    return last;
+}
+
+void report_group_problem(const char* kind, Hdf5Id group, const std::string& problem) {
+    GMS_ReportError("%s : [%s] %s\n", kind, hdf5_path(group).c_str(), problem.c_str());
+}
+
+bool BuilderOutput::open(const std::string& folder, const std::string& name, bool compressed,
+                         const char* complaint) {
+    close();
+    const std::string path = folder + "\\" + name;
+    if (!stays_in(folder, name) || !stream_.Open(path.c_str(), compressed, false)) {
+        GMS_ReportError(complaint, path.c_str());
+        return false;
+    }
+    name_ = name;
+    writer_.emplace(stream_);
+    return true;
+}
+
+bool BuilderOutput::close() {
+    if (!writer_) return true;
+    writer_->flush();
+    const std::int64_t bytes = writer_->bytes();
+    writer_.reset();
+    stream_.Close();
+    const std::string stored = stream_.Filename().c_str();
+    if (stream_.Failed()) {
+        GMS_ReportError("%s: not all of it could be written (is the disk full?)\n", stored.c_str());
+        return false;
+    }
+    owner_.filesWritten.push_back(stored);
+    owner_.bytesWritten += bytes;
+    GMS_ReportStatus("   %s", name_.c_str());
+    return true;
+}
+
+}  // namespace plx

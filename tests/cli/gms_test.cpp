@@ -1,0 +1,230 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "cli/gms_project.h"
+#include "cli/run_tool.h"
+#include "support/temp_folder.h"
+
+namespace plx::test {
+namespace {
+
+using nlohmann::json;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+class Gms : public testing::Test {
+protected:
+    ToolRun convert(std::vector<std::string> more) const {
+        std::vector<std::string> arguments = {"gms", project_, "--dest", folder_.file("Out/made")};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return run_tool(arguments);
+    }
+    /// Names below the destination in byte order.
+    std::vector<std::string> written() const {
+        std::vector<std::string> names;
+        const std::filesystem::path place = folder_.path() / "Out/made";
+        if (!std::filesystem::exists(place)) return names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(place)) {
+            if (entry.is_regular_file()) names.push_back(entry.path().lexically_relative(place).string());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    TempFolder folder_;
+    std::string project_ = write_gms_project(folder_);
+};
+
+TEST_F(Gms, WritesWhatTheProjectHoldsAndListsIt) {
+    const ToolRun run = convert({});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.err, "");
+    EXPECT_THAT(written(), ElementsAre("2ds_wells_level.gmf", "bor_bores.pgf", "ground_head.gmf",
+                                       "tin_ground_elevation.gmf", "tin_ground_elevation.pff"));
+    for (const char* text : {"GMS project (text)\n", "/Out/made/ground_head.gmf\n",
+                             "  files                5\n", "results in "}) {
+        EXPECT_THAT(run.out, HasSubstr(text));
+    }
+    EXPECT_THAT(run.out, Not(HasSubstr("deleted")));
+    EXPECT_THAT(folder_.read("Out/made/ground_head.gmf"), HasSubstr("0.000000 10.000000 7.000000"));
+}
+
+TEST_F(Gms, JsonIsOneObjectWithExistingFiles) {
+    const ToolRun run = convert({"--json", "--types", "TIN,borehole", "--subfolders"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.err, "");
+    const json report = json::parse(run.out);
+    EXPECT_EQ(report["project"], project_);
+    EXPECT_EQ(report["kind"], "gms text");
+    EXPECT_EQ(report["errors"], json::array());
+    ASSERT_EQ(report["files"].size(), 4u);
+    std::uintmax_t bytes = 0;
+    for (const json& file : report["files"]) {
+        const std::string path = file["file"];
+        EXPECT_EQ(std::filesystem::file_size(path), file["bytes"]) << path;
+        bytes += file["bytes"].get<std::uintmax_t>();
+    }
+    EXPECT_EQ(report["bytes"], bytes);
+    EXPECT_THAT(written(), ElementsAre("BORE/bor_bores.pgf", "TINS/ground_head.gmf",
+                                       "TINS/tin_ground_elevation.gmf", "TINS/tin_ground_elevation.pff"));
+}
+
+TEST_F(Gms, TimeChoosesTheNearestStepAndOldRulesRefuseSeveral) {
+    EXPECT_EQ(convert({"--time", "25", "--quiet"}).out, "");
+    EXPECT_THAT(folder_.read("Out/made/ground_head.gmf"), HasSubstr("0.000000 10.000000 10.000000"));
+    const ToolRun old = convert({"--rules", "prescribed", "--types", "tin"});
+    EXPECT_EQ(old.code, 1);
+    EXPECT_THAT(old.err, HasSubstr("End of Data values not reached\nplxconvert: "));
+    EXPECT_THAT(old.err, Not(HasSubstr("\n\n")));
+    EXPECT_THAT(old.out, HasSubstr("tin_ground_elevation.pff"));
+}
+
+TEST_F(Gms, ExtentsAreAcceptedWithAWarning) {
+    const ToolRun run = convert({"--extents", "-5", "-5", "1", "1", "--types", "tin"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_THAT(run.err, HasSubstr("plxconvert: warning: --extents does not crop"));
+    EXPECT_EQ(written().size(), 3u);
+}
+
+TEST_F(Gms, ConversionThatWritesNothingSaysWhy) {
+    const std::string tins = "1 TIN, 1 2-D scatter set, 1 borehole, 1 2-D grid";
+    const ToolRun run = convert({"--types", "grid2d,image", "--json"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err, "plxconvert: nothing was written: the project holds " + tins + "\n");
+    EXPECT_EQ(json::parse(run.out)["errors"].size(), 1u);
+
+    const struct {
+        std::string file, bytes;
+        const char* message;
+    } cases[] = {
+        {"broken.gpr", broken_hdf5(), "cannot be read: the HDF5 file is damaged"},
+        {"empty.gpr", "", "nothing was written: the project holds no objects"},
+        {"cut.gpr", "GMSPROJ\nTIN site.tin", "nothing was written"},
+        {"images.gpr", "IMAGE a.tif\nIMG b.tif\n", "the project holds 2 images"},
+        {"a.dat", folder_.read("heads.dat"), "is a GMS dataset file; give the project"},
+        {"b.bin", binary_dataset(), "is a GMS dataset file"},
+        {"model.nam", "DATA 31 a.txt\nDIS 1 a.dis\n", "is no GMS project"},
+        {"lower.txt", "tin site.tin\n", "is no GMS project"},
+        {"lost.gpr", "TIN none.tin\n", "none.tin"},
+    };
+    for (const auto& [file, bytes, message] : cases) {
+        SCOPED_TRACE(file);
+        project_ = folder_.write(file, bytes);
+        const ToolRun refused = convert({});
+        EXPECT_EQ(refused.code, 1);
+        EXPECT_EQ(refused.out, "");
+        EXPECT_THAT(refused.err, HasSubstr(message));
+    }
+    EXPECT_THAT(written(), ElementsAre());
+}
+
+TEST_F(Gms, PathsThatCannotBeProjectsOrFolders) {
+    EXPECT_THAT(run_tool({"gms", folder_.path().string(), "--dest", folder_.file("o")}).err,
+                HasSubstr("is a folder; give the project file (.gpr) in it"));
+    EXPECT_THAT(run_tool({"gms", folder_.file("none.gpr"), "--dest", folder_.file("o")}).err,
+                HasSubstr("does not exist"));
+    EXPECT_FALSE(std::filesystem::exists(folder_.file("o")));
+    const ToolRun run = run_tool({"gms", project_, "--dest", project_});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_THAT(run.err, HasSubstr("is not a folder"));
+}
+
+TEST_F(Gms, InfoTellsTheWholeProject) {
+    const ToolRun run = run_tool({"info", project_, "--json"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.err, "");
+    const json info = json::parse(run.out);
+    EXPECT_EQ(info["kind"], "gms text");
+    EXPECT_EQ(info["files"][4], json::parse(R"({"keyword":"GRID2D","name":"grid.2dg","exists":false})"));
+    EXPECT_EQ(info["files"].size(), 7u);
+    const json tin = info["objects"][0];
+    EXPECT_EQ(tin["name"], "ground");
+    EXPECT_EQ(tin["id"], 3);
+    EXPECT_EQ(tin["points"], 3);
+    EXPECT_EQ(tin["triangles"], 1);
+    EXPECT_EQ(tin["datasets"], json::parse(R"([{"name":"head","object_type":"tin","object_id":3,
+        "components":1,"values":3,"times":[0,30],"min":5,"max":10,"file":"heads.dat"}])"));
+    EXPECT_EQ(info["objects"][1]["datasets"][0]["name"], "level");
+    EXPECT_EQ(info["objects"][2]["type"], "borehole");
+    EXPECT_EQ(info["objects"][2]["points"], 2);
+    EXPECT_EQ(info["objects"][3]["converted"], false);
+    EXPECT_EQ(info["datasets"], json::array());
+    EXPECT_EQ(info["materials"], json::parse(R"([{"number":1,"name":"sand"},{"number":2,"name":"clay"}])"));
+
+    const ToolRun text = run_tool({"info", project_});
+    for (const char* part : {"site.gpr: GMS project (text), 1 TIN, 1 2-D scatter set", "grid.2dg  (missing)",
+                             "2 times, 0 to 30", "(not converted)", "     2   clay\n"}) {
+        EXPECT_THAT(text.out, HasSubstr(part));
+    }
+}
+
+TEST_F(Gms, InfoTellsDatasetFilesByTheirContents) {
+    const ToolRun binary = run_tool({"info", folder_.write("depth.any", binary_dataset()), "--json"});
+    EXPECT_EQ(binary.code, 0);
+    const json depth = json::parse(binary.out)["datasets"][0];
+    EXPECT_EQ(depth["name"], "depth");
+    EXPECT_EQ(depth["times"], json::parse("[12.5]"));
+    EXPECT_EQ(depth["min"], -2);
+    EXPECT_EQ(depth["max"], 4);
+    const ToolRun text = run_tool({"info", folder_.file("heads.dat")});
+    EXPECT_THAT(text.out, HasSubstr("heads.dat: GMS dataset file\n"));
+    EXPECT_THAT(text.out, HasSubstr("for tin 3"));
+
+    const ToolRun cut =
+        run_tool({"info", folder_.write("cut.dat", binary_dataset().substr(0, 120)), "--json"});
+    EXPECT_EQ(cut.code, 1);
+    EXPECT_THAT(cut.err, HasSubstr("plxconvert: "));
+    EXPECT_EQ(run_tool({"info", folder_.write("bad.h5", broken_hdf5())}).code, 1);
+}
+
+/// Objects by type and name, with their sizes and the ranges of their datasets.
+std::vector<std::string> outline(const json& info) {
+    std::vector<std::string> lines;
+    for (const json& object : info["objects"]) {
+        std::string line = object["type"].get<std::string>() + " " + object["name"].get<std::string>() + " " +
+                           object["points"].dump() + " " + object["triangles"].dump();
+        std::replace(line.begin(), line.end(), '_', ' ');
+        for (const json& set : object["datasets"]) {
+            line += ", " + set["name"].get<std::string>() + " " + set["values"].dump() + " " +
+                    set["min"].dump() + " " + set["max"].dump();
+        }
+        lines.push_back(line);
+    }
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+TEST_F(Gms, BothKindsOfTheSameProjectAreToldAlike) {
+    const std::string quarry = PLX_EXAMPLES "/quarry/quarry";
+    const json text = json::parse(run_tool({"info", quarry + ".gpr", "--json"}).out);
+    const json hdf5 = json::parse(run_tool({"info", quarry + "_hdf5.gpr", "--json"}).out);
+    EXPECT_EQ(hdf5["kind"], "gms hdf5");
+    EXPECT_EQ(outline(text), outline(hdf5));
+    EXPECT_GT(text["objects"].size(), 2u);
+    EXPECT_EQ(text["materials"], hdf5["materials"]);
+    EXPECT_EQ(hdf5["materials_used"], true);
+}
+
+TEST_F(Gms, Hdf5ProjectCutAnywhereIsDescribedOrRefused) {
+    const std::string bytes = read_bytes(PLX_EXAMPLES "/quarry/quarry_hdf5.gpr");
+    ASSERT_GT(bytes.size(), 1000u);
+    for (std::size_t part = 1; part < 8; ++part) {
+        SCOPED_TRACE(part);
+        const std::string cut = folder_.write("cut.gpr", bytes.substr(0, bytes.size() * part / 8));
+        const ToolRun run = run_tool({"info", cut});
+        EXPECT_EQ(run.code, 1);
+        EXPECT_THAT(run.err, HasSubstr("plxconvert: "));
+        project_ = cut;
+        EXPECT_EQ(convert({}).code, 1);
+    }
+}
+
+}  // namespace
+}  // namespace plx::test

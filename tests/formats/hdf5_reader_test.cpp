@@ -1,0 +1,228 @@
+#include "formats/hdf5_reader.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <hdf5.h>
+
+#include <tuple>
+
+#include "support/hdf5_file.h"
+#include "support/temp_folder.h"
+
+namespace plx {
+namespace {
+
+using test::Hdf5Writer;
+using test::NumberType;
+using test::Padding;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Shape = std::vector<std::size_t>;
+
+class Hdf5Reader : public testing::Test {
+protected:
+    /// Opens what `write` puts into a file.
+    template <class Write>
+    Hdf5Handle made(Write write) {
+        {
+            Hdf5Writer writer(path_);
+            write(writer);
+        }
+        return open_hdf5_file(path_.c_str());
+    }
+
+    test::TempFolder folder_;
+    const std::string path_ = folder_.file("made.h5");
+};
+
+TEST_F(Hdf5Reader, NumbersOfEveryTypeConvert) {
+    struct Case {
+        const char* name;
+        NumberType type;
+        std::vector<double> written, doubles;
+        std::vector<int> ints;
+    };
+    constexpr int kMaxInt = 2147483647;
+    const std::vector<Case> cases = {
+        {"int8", NumberType::kInt8, {-5, 127}, {-5, 127}, {-5, 127}},
+        {"uint32", NumberType::kUint32, {4294967295.0}, {4294967295.0}, {kMaxInt}},
+        {"big-endian", NumberType::kInt32Big, {1, -70000}, {1, -70000}, {1, -70000}},
+        {"int64",
+         NumberType::kInt64,
+         {1099511627776.0, -1e18},
+         {1099511627776.0, -1e18},
+         {kMaxInt, -kMaxInt - 1}},
+        {"float", NumberType::kFloat, {1.5, 2.25}, {1.5, 2.25}, {1, 2}},
+        {"double", NumberType::kDouble, {3.9, -3.9, 1e20}, {3.9, -3.9, 1e20}, {3, -3, kMaxInt}},
+        {"enum", NumberType::kEnum, {0, 1, 7}, {0, 1, 7}, {0, 1, 7}},
+    };
+    const Hdf5Handle file = made([&](Hdf5Writer& out) {
+        for (const Case& c : cases) out.numbers(c.name, c.type, {c.written.size()}, c.written);
+    });
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Hdf5Array<double> doubles;
+        Hdf5Array<int> ints;
+        ASSERT_TRUE(read_hdf5(file.id(), c.name, doubles));
+        EXPECT_EQ(doubles.values, c.doubles);
+        ASSERT_TRUE(read_hdf5(file.id(), c.name, ints));
+        EXPECT_EQ(ints.values, c.ints);
+        EXPECT_EQ(ints.shape, Shape{c.ints.size()});
+    }
+}
+
+TEST_F(Hdf5Reader, ShapesOfEveryRank) {
+    const Hdf5Handle file = made([](Hdf5Writer& out) {
+        out.doubles("single", {}, {7});
+        out.doubles("rank3", {2, 1, 3}, {1, 2, 3, 4, 5, 6});
+        out.doubles("no_rows", {0, 3}, {});
+        out.nothing("nothing");
+        out.unwritten("zeros", 3);
+    });
+    const std::vector<std::tuple<const char*, Shape, std::vector<double>>> cases = {
+        {"single", {}, {7}},       {"rank3", {2, 1, 3}, {1, 2, 3, 4, 5, 6}},
+        {"no_rows", {0, 3}, {}},   {"nothing", {0}, {}},
+        {"zeros", {3}, {0, 0, 0}},
+    };
+    for (const auto& [name, shape, values] : cases) {
+        Hdf5Array<double> read;
+        EXPECT_TRUE(read_hdf5(file.id(), name, read)) << name;
+        EXPECT_EQ(read.shape, shape) << name;
+        EXPECT_EQ(read.values, values) << name;
+    }
+}
+
+TEST_F(Hdf5Reader, TextsOfEveryPadding) {
+    const std::vector<std::string> texts = {"abc", "abcdefgh", "", "a b"};
+    const Hdf5Handle file = made([&](Hdf5Writer& out) {
+        out.strings("terminated", texts, 9, Padding::kNullTerminated);
+        out.strings("null_padded", texts, 8, Padding::kNullPadded);
+        out.strings("space_padded", texts, 8, Padding::kSpacePadded);
+        out.variable_strings("variable", texts);
+    });
+    for (const char* name : {"terminated", "null_padded", "space_padded", "variable"}) {
+        SCOPED_TRACE(name);
+        Hdf5Array<std::string> read;
+        ASSERT_TRUE(read_hdf5(file.id(), name, read));
+        EXPECT_EQ(read.values, texts);
+        EXPECT_EQ(read.shape, Shape{4});
+    }
+}
+
+TEST_F(Hdf5Reader, WhatCannotBeReadLeavesNothing) {
+    const Hdf5Handle file = made([](Hdf5Writer& out) {
+        out.strings("text", {"1"});
+        out.doubles("number", {1}, {1});
+        out.numbers("opaque", NumberType::kOpaque, {1}, {1});
+        out.group("group");
+        out.soft_link("dangling", "/nowhere");
+        out.soft_link("circle", "/circle");
+        out.chunked_huge("huge", std::uint64_t{1} << 33);
+        out.chunked_huge("overflow", std::uint64_t{1} << 61);
+        out.unwritten("unwritten", std::uint64_t{1} << 33);
+    });
+    for (const char* name : {"missing", "", "opaque", "group", "dangling", "circle", "huge", "overflow",
+                             "unwritten", "group/below"}) {
+        SCOPED_TRACE(name);
+        Hdf5Array<double> doubles{{1}, {1.0}};
+        Hdf5Array<int> ints{{1}, {1}};
+        Hdf5Array<std::string> texts{{1}, {"1"}};
+        EXPECT_FALSE(read_hdf5(file.id(), name, doubles));
+        EXPECT_FALSE(read_hdf5(file.id(), name, ints));
+        EXPECT_FALSE(read_hdf5(file.id(), name, texts));
+        EXPECT_TRUE(doubles.values.empty() && doubles.shape.empty() && texts.values.empty());
+    }
+    Hdf5Array<double> doubles;
+    Hdf5Array<std::string> texts;
+    EXPECT_FALSE(read_hdf5(file.id(), "text", doubles));
+    EXPECT_FALSE(read_hdf5(file.id(), "number", texts));
+}
+
+TEST_F(Hdf5Reader, MembersComeInByteOrderWithAnyName) {
+    const std::string long_name(3000, 'z');
+    const Hdf5Handle file = made([&](Hdf5Writer& out) {
+        for (const char* name : {"alpha", "Beta", "9"}) out.group(name);
+        out.doubles("10", {1}, {1});
+        out.soft_link("gone", "/nowhere");
+        out.soft_link("same", "/Beta");
+        out.group(long_name);
+    });
+    EXPECT_THAT(hdf5_members(file.id()), ElementsAre("10", "9", "Beta", "alpha", "gone", "same", long_name));
+    for (const auto& [name, expected] : std::vector<std::pair<std::string, bool>>{{"alpha", true},
+                                                                                  {"same", true},
+                                                                                  {long_name, true},
+                                                                                  {"10", false},
+                                                                                  {"gone", false},
+                                                                                  {"other", false}}) {
+        EXPECT_EQ(is_hdf5_group(file.id(), name), expected) << name;
+    }
+    const Hdf5Handle group = open_hdf5_group(file.id(), long_name);
+    EXPECT_EQ(hdf5_path(group.id()), "/" + long_name);
+    EXPECT_FALSE(open_hdf5_group(file.id(), "10"));
+    EXPECT_THAT(hdf5_members(-1), IsEmpty());
+    EXPECT_EQ(hdf5_path(-1), "");
+}
+
+TEST_F(Hdf5Reader, ClosingEverythingFreesTheFile) {
+    {
+        Hdf5Handle file = made([](Hdf5Writer& out) { out.doubles("a/b", {1}, {1}); });
+        Hdf5Handle group = open_hdf5_group(file.id(), "a");
+        Hdf5Handle other = std::move(group);
+        other = open_hdf5_group(file.id(), "/");
+        Hdf5Array<double> read;
+        EXPECT_TRUE(read_hdf5(other.id(), "a/b", read));
+        EXPECT_TRUE(is_hdf5_group(file.id(), "a"));
+    }
+    EXPECT_EQ(H5Fget_obj_count(static_cast<hid_t>(H5F_OBJ_ALL), H5F_OBJ_ALL), 0);
+}
+
+TEST_F(Hdf5Reader, KindTellsTextFromDamageAndCutFilesStayShut) {
+    made([](Hdf5Writer& out) { out.doubles("a", {1}, {1}); }).close();
+    const std::string bytes = folder_.read("made.h5");
+    testing::internal::CaptureStderr();
+    struct Case {
+        std::string path;
+        int kind;
+        bool opens;
+    };
+    const std::vector<Case> cases = {
+        {path_, 1, true},
+        {folder_.write("user_block.h5", std::string(512, ' ') + bytes), 1, true},
+        {folder_.write("cut.h5", bytes.substr(0, bytes.size() / 2)), 1, false},
+        {folder_.write("text.gpr", "GMSPROJECT\n"), 0, false},
+        {folder_.file("missing.gpr"), -1, false},
+        {folder_.path().string(), -1, false},
+        {"", -1, false},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(hdf5_kind(c.path.c_str()), c.kind) << c.path;
+        EXPECT_EQ(static_cast<bool>(open_hdf5_file(c.path.c_str())), c.opens) << c.path;
+    }
+    EXPECT_EQ(hdf5_kind(nullptr), -1);
+    for (std::size_t length = 0; length < bytes.size(); length += 61) {
+        EXPECT_FALSE(open_hdf5_file(folder_.write("cut.h5", bytes.substr(0, length)).c_str())) << length;
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+herr_t count_call(hid_t, void* calls) {
+    ++*static_cast<int*>(calls);
+    return 0;
+}
+
+TEST_F(Hdf5Reader, TheHostsErrorHandlerComesBack) {
+    H5E_auto2_t before = nullptr;
+    void* before_data = nullptr;
+    H5Eget_auto2(H5E_DEFAULT, &before, &before_data);
+    int calls = 0;
+    H5Eset_auto2(H5E_DEFAULT, count_call, &calls);
+    EXPECT_FALSE(open_hdf5_group(-1, "x"));
+    EXPECT_EQ(hdf5_kind(folder_.path().string().c_str()), -1);
+    EXPECT_EQ(calls, 0);
+    H5Gopen2(-1, "x", H5P_DEFAULT);
+    EXPECT_EQ(calls, 1);
+    H5Eset_auto2(H5E_DEFAULT, before, before_data);
+}
+
+}  // namespace
+}  // namespace plx

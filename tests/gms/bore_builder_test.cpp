@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include "gms/small_project.h"
+#include "support/hdf5_file.h"
+
+namespace {
+
+using plx::test::Only;
+using plx::test::SmallProject;
+
+const std::string kAnnounced = "S:Converting Bore data to PGF files.\n\n";
+const std::string kWritten = "S:Writing BORE Output files : \nS:   BOR_B_1.pgf";
+const std::string kMaterials = "MAT\nMN 4 \"fine sand\"\nMN 1 clay\nMN 2 silt\n";
+const std::string kBores =
+    "BEGH\nNAME \"bore one\"\nCONT 3\n0 0 10 4\n0 0 5 7\n0 0 1 2\nENDH\n"
+    "BEGH\nNAME two\nNOTE\nCONT 1\n4 4 9.5 1\n";
+
+const std::string kBad = "E:Bore : Write_file - Error reading ";
+
+TEST(BOREbuilder, TextProjectAndItsDamages) {
+    const std::string title = "GMStoPLX generated pgf file\nElevation ", layers = "clay silt fine_sand \n";
+    const std::string both = title + layers +
+                             "4 1\n0.000000 0.000000 10.000000 0 bore_one\n"
+                             "0.000000 0.000000 1.000000 2 bore_one\n4.000000 4.000000 9.500000 1 two\n";
+    const std::string none = "(none)";
+    const struct {
+        std::string materials, bores, messages, file;
+    } cases[] = {
+        {kMaterials, kBores, kWritten, both},
+        {kMaterials + "MN\n", kBores,
+         "E:Bore : Parse_Mat - Material number error [] in file [FOLDER\\a.mat].\n" + kWritten, both},
+        {"MAT\n", "BEGH\nNAME x\nCONT -5\n", kWritten, title + "\n0 1\n"},
+        {kMaterials, "BEGH\nNAME x\nENDH\n", kWritten, title + layers + "0 1\n"},
+        {kMaterials, "BEGH\nNAME x\nCONT\n", kBad + "CONT [] in bore file\n", none},
+        {kMaterials, "BEGH\nNAME x\nCONT 1\n1 2\n", kBad + "Bore hole data [1] [2] [] [].\n", none},
+        {kMaterials, "BEGH\nNAME x\nCONT 2000000000\n1 2 3 1\n", kBad + "Bore hole data [] [] [] [].\n",
+         none},
+        {kMaterials, "BEGH\nNAME x\nCONT 1\n1 2 3\n", kBad + "Bore hole material data []\n", none},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.materials + c.bores);
+        const SmallProject project;
+        project.folder.write("a.mat", c.materials);
+        project.folder.write("B 1.bor", c.bores);
+        project.folder.write("p.gpr", "BHOLE old.bor\nMAT a.mat\nBHOLE \"B 1.bor\"\nBHOLE c.BOR\n");
+        std::string messages = project.convert("p.gpr", Only::kBorehole);
+        const std::string folder = project.stored("a.mat").substr(0, project.stored("a.mat").rfind('\\'));
+        if (const auto at = messages.find(folder); at != std::string::npos) {
+            messages.replace(at, folder.size(), "FOLDER");
+        }
+        EXPECT_EQ(messages, kAnnounced + c.messages);
+        EXPECT_EQ(project.output("bor_b_1.pgf"), c.file);
+    }
+}
+
+TEST(BOREbuilder, MissingFilesEndTheBuild) {
+    const std::string no_materials = "E:Bore : Write_file - No material data, returning \n";
+    const struct {
+        std::string files, messages;
+    } cases[] = {
+        {"", "S:Project contains no BORE data, conversion complete.\n"},
+        {"BHOLE a.bor\n", "E:Bore : Parse_Mat - Error opening \n" + no_materials},
+        {"MAT a.mat\n", "E:Bore : Write_file - Error opening \n"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.files);
+        const SmallProject project;
+        project.folder.write("a.mat", kMaterials);
+        project.folder.write("a.bor", kBores);
+        project.folder.write("p.gpr", c.files + "#\n");
+        EXPECT_EQ(project.convert("p.gpr", Only::kBorehole), kAnnounced + c.messages);
+    }
+}
+
+TEST(BOREbuilder, Hdf5BoresTakeTheirContactsByCount) {
+    const SmallProject project;
+    {
+        plx::test::Hdf5Writer file(project.folder.file("p.h5"));
+        const std::string module = "BoreholeModule/";
+        for (const char* axis : {"X", "Y", "Z"}) {
+            file.doubles(module + axis + " Locations", {4}, {1, 2, 3, 4});
+        }
+        file.ints(module + "Material", {4}, {30, 10, 99, 30});
+        file.ints(module + "Number of Contacts", {3}, {1, 0, 2});
+        file.strings(module + "Name", {"bore one", "none"});
+        file.ints("Material/Id", {3}, {0, 10, 30});
+        file.strings("Material/Name", {"first", "fine sand", "clay"});
+    }
+    EXPECT_EQ(project.convert("p.h5", Only::kBorehole),
+              kAnnounced + "S:Writing BORE Output files : \nS:   bor.pgf");
+    EXPECT_EQ(project.output("bor.pgf"),
+              "# GMStoPLX generated .pgf file\nElevation fine_sand clay \n4 1\n"
+              "1.000000 1.000000 1.000000 1 bore_one\n2.000000 2.000000 2.000000 0 \n"
+              "3.000000 3.000000 3.000000 -1 \n4.000000 4.000000 4.000000 1 \n");
+}
+
+}  // namespace

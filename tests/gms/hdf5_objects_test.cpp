@@ -1,0 +1,179 @@
+#include "gms/hdf5_objects.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "support/hdf5_file.h"
+#include "support/temp_folder.h"
+
+namespace plx {
+namespace {
+
+using test::Hdf5Writer;
+using test::NumberType;
+using testing::ElementsAre;
+using testing::IsEmpty;
+constexpr double kMissing = -1.0e9;
+
+class Hdf5Objects : public testing::Test {
+protected:
+    template <class Write>
+    Hdf5Handle made(Write write) {
+        const std::string path = folder_.file("made.h5");
+        {
+            Hdf5Writer writer(path);
+            write(writer);
+        }
+        return open_hdf5_file(path.c_str());
+    }
+
+    test::TempFolder folder_;
+    std::string problem_;
+};
+
+TEST_F(Hdf5Objects, TinWithFurtherColumnsAndNodeNumbersFromZero) {
+    const Hdf5Handle file = made([](Hdf5Writer& out) {
+        out.strings("PROPERTIES/Name", {"my tin"}, 6, test::Padding::kNullPadded);
+        out.floats("Nodes/NodeLocs", {2, 4}, {1, 2, 3, 9, 4, 5, 6, 9});
+        out.numbers("Elements/Nodeids", NumberType::kInt64, {2, 3}, {1, 2, 3, 0, -9e18, 9e18});
+    });
+    GmsTin tin;
+    tin.nodes.x = {5};
+    ASSERT_TRUE(read_hdf5_tin(file.id(), tin, problem_)) << problem_;
+    EXPECT_EQ(tin.name, "my tin");
+    EXPECT_THAT(tin.nodes.x, ElementsAre(1, 4));
+    EXPECT_THAT(tin.nodes.y, ElementsAre(2, 5));
+    EXPECT_THAT(tin.nodes.z, ElementsAre(3, 6));
+    constexpr int kMin = -2147483647 - 1;
+    EXPECT_THAT(tin.triangles,
+                ElementsAre(std::array<int, 3>{0, 1, 2}, std::array<int, 3>{-1, kMin, 2147483646}));
+}
+
+TEST_F(Hdf5Objects, UnusableObjectsSayWhy) {
+    const auto name = [](Hdf5Writer& out) { out.strings("PROPERTIES/Name", {"t"}); };
+    const auto nodes = [&](Hdf5Writer& out, const Hdf5Writer::Shape& shape) {
+        name(out);
+        out.doubles("Nodes/NodeLocs", shape, std::vector<double>(6, 1.0));
+    };
+    struct Case {
+        std::function<void(Hdf5Writer&)> write;
+        std::string problem;
+        bool scatter_reads;
+    };
+    const std::string bad_nodes = "Nodes/NodeLocs: a table with 3 or more columns expected, found ";
+    const std::vector<Case> cases = {
+        {[](Hdf5Writer&) {}, "PROPERTIES/Name: no readable text", false},
+        {[](Hdf5Writer& out) { out.strings("PROPERTIES/Name", {}); }, "PROPERTIES/Name: it holds no text",
+         false},
+        {name, "Nodes/NodeLocs: no readable numbers", false},
+        {[&](Hdf5Writer& out) { nodes(out, {}); }, bad_nodes + "a single value", false},
+        {[&](Hdf5Writer& out) {
+             nodes(out, {1, 2, 3});
+         },
+         bad_nodes + "1 x 2 x 3", false},
+        {[&](Hdf5Writer& out) {
+             nodes(out, {3, 2});
+         },
+         bad_nodes + "3 x 2", true},
+        {[&](Hdf5Writer& out) {
+             nodes(out, {2, 3});
+         },
+         "Elements/Nodeids: no readable numbers", true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.problem);
+        const Hdf5Handle file = made(c.write);
+        GmsTin tin;
+        EXPECT_FALSE(read_hdf5_tin(file.id(), tin, problem_));
+        EXPECT_EQ(problem_, c.problem);
+        GmsScatter set;
+        EXPECT_EQ(read_hdf5_scatter(file.id(), set, problem_), c.scatter_reads);
+        EXPECT_EQ(set.points.y.empty(), !c.scatter_reads);
+    }
+}
+
+TEST_F(Hdf5Objects, ColumnsAreFilledUpCutAndLeftOut) {
+    const Hdf5Handle file = made([](Hdf5Writer& out) {
+        out.doubles("Datasets/long/Values", {2, 2}, {1, 2, 3, 4});
+        out.ints("Datasets/Short/Values", {1}, {7});
+        out.doubles("Datasets/Guid/Values", {3}, {1, 2, 3});
+        out.strings("Datasets/text/Values", {"1"});
+        out.doubles("Datasets/plain", {3}, {1, 2, 3});
+        out.group("Datasets/empty");
+        out.soft_link("Datasets/gone", "/nowhere");
+        out.strings("only_guid/Datasets/Guid", {"{1}"});
+    });
+    const auto columns = read_hdf5_columns(file.id(), 3);
+    ASSERT_EQ(columns.size(), 2u);
+    EXPECT_EQ(columns[0].name, "Short");
+    EXPECT_THAT(columns[0].values, ElementsAre(7, kMissing, kMissing));
+    EXPECT_EQ(columns[1].name, "long");
+    EXPECT_THAT(columns[1].values, ElementsAre(1, 2, 3));
+    EXPECT_THAT(read_hdf5_columns(open_hdf5_group(file.id(), "only_guid").id(), 3), IsEmpty());
+    EXPECT_THAT(read_hdf5_columns(open_hdf5_group(file.id(), "Datasets").id(), 3), IsEmpty());
+}
+
+TEST_F(Hdf5Objects, BoresShareOutTheContacts) {
+    struct Case {
+        std::vector<int> counts;
+        std::vector<std::string> names;
+        std::size_t z_values;
+        std::vector<int> expected_counts;
+        std::vector<std::string> expected_names;
+    };
+    const std::vector<Case> cases = {
+        {{2, 1}, {"B 1", "B\t2"}, 3, {2, 1}, {"B_1", "B_2"}},
+        {{1, 1}, {"a"}, 3, {1, 2}, {"a", ""}},
+        {{-4, 2147483647, 5}, {"a", "b", "c", "d"}, 3, {0, 3, 0}, {"a", "b", "c"}},
+        {{1, 2}, {"a", "b"}, 2, {1, 1}, {"a", "b"}},
+        {{}, {"a"}, 3, {3}, {"a"}},
+        {{}, {}, 0, {}, {}},
+    };
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        SCOPED_TRACE(i);
+        const Case& c = cases[i];
+        const Hdf5Handle file = made([&](Hdf5Writer& out) {
+            out.doubles("X Locations", {3}, {1, 2, 3});
+            out.doubles("Y Locations", {4}, {4, 5, 6, 7});
+            out.doubles("Z Locations", {c.z_values}, std::vector<double>(c.z_values, 9.0));
+            out.ints("Material", {3}, {10, 20, 30});
+            out.ints("Number of Contacts", {c.counts.size()}, c.counts);
+            out.strings("Name", c.names);
+        });
+        Hdf5Bores bores;
+        ASSERT_TRUE(read_hdf5_bores(file.id(), bores, problem_)) << problem_;
+        EXPECT_EQ(bores.contacts_of_bore, c.expected_counts);
+        EXPECT_EQ(bores.names, c.expected_names);
+        EXPECT_EQ(bores.contacts.x.size(), c.z_values);
+        EXPECT_EQ(bores.contacts.y.size(), c.z_values);
+        EXPECT_EQ(bores.materials.size(), c.z_values);
+    }
+}
+
+TEST_F(Hdf5Objects, MaterialsLoseTheirFirstElement) {
+    const Hdf5Handle file = made([](Hdf5Writer& out) {
+        out.ints("usual/Id", {3}, {0, 7, 5});
+        out.strings("usual/Name", {"none", "fine sand", "clay", "rock"}, 9, test::Padding::kSpacePadded);
+        out.ints("single/Id", {}, {1});
+        out.strings("single/Name", {});
+    });
+    VX1DArray<int> ids;
+    VX1DArray<String> names;
+    read_hdf5_materials(open_hdf5_group(file.id(), "usual").id(), ids, names);
+    ASSERT_EQ(ids.GetSize(), 2);
+    EXPECT_EQ(ids[0], 7);
+    EXPECT_EQ(ids[1], 5);
+    ASSERT_EQ(names.GetSize(), 3);
+    EXPECT_STREQ(names[0].c_str(), "fine_sand");
+    EXPECT_STREQ(names[2].c_str(), "rock");
+    for (const char* group : {"single", "missing"}) {
+        read_hdf5_materials(open_hdf5_group(file.id(), group).id(), ids, names);
+        EXPECT_EQ(ids.GetSize(), 0) << group;
+        EXPECT_EQ(names.GetSize(), 0) << group;
+    }
+}
+
+}  // namespace
+}  // namespace plx
