@@ -33,7 +33,7 @@ TEST(Hdf5FirstUse, AProjectConvertsAndNothingIsPrinted) {
     GMStoPLX_parse_project(object);
     GMStoPLX_delete(object);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_EQ(folder.read("TIN_hill_elevation.gmf").substr(0, 30), "# GMStoPLX generated .gmf file");
+    EXPECT_EQ(folder.read("tin_hill_elevation.gmf").substr(0, 30), "# GMStoPLX generated .gmf file");
 }
 
 }  // namespace
