@@ -1,5 +1,6 @@
 // Makes a text project with a TIN of a million nodes and three binary datasets, or writes the files of its
-// conversion straight from arrays: what a conversion needs beyond that is its own doing.
+// conversion straight from arrays: what a conversion needs beyond that is its own doing. Mode "arrays" only
+// makes the arrays, so that their making can be taken off.
 
 #include <cmath>
 #include <cstdint>
@@ -130,14 +131,14 @@ void write_floor(const std::filesystem::path& folder, const Tin& tin) {
 
 int main(int argc, char** argv) {
     const std::string_view mode = argc == 3 ? argv[1] : "";
-    if (mode != "project" && mode != "floor") {
-        std::fputs("usage: bench_tin project|floor FOLDER\n", stderr);
+    if (mode != "project" && mode != "floor" && mode != "arrays") {
+        std::fputs("usage: bench_tin project|floor|arrays FOLDER\n", stderr);
         return 2;
     }
     const Tin tin = make_tin();
     if (mode == "project") {
         write_project(argv[2], tin);
-    } else {
+    } else if (mode == "floor") {
         write_floor(argv[2], tin);
     }
     return 0;

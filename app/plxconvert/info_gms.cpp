@@ -42,7 +42,7 @@ std::string contents_of(const GmsProjectSummary& summary) {
 int describe_gms(const std::filesystem::path& file, const std::string& kind, bool json) {
     const ErrorCollector collector;
     OutputDiversion diversion(true, "");
-    GmsDescription project{file.filename().string(), {}};
+    GmsDescription project{file.filename().string(), {}, {}};
     const std::string path = file.string();
     project.summary = kind == "datasets" ? summarize_gms_datasets(path.c_str(), true)
                                          : summarize_gms_project(path.c_str(), true);
@@ -55,7 +55,8 @@ int describe_gms(const std::filesystem::path& file, const std::string& kind, boo
     }
     for (const std::string& error : errors) print_error(error);
     const bool empty = summary.files.empty() && summary.objects.empty() && summary.datasets.empty();
-    if (!errors.empty() && empty) return kInputFault;
+    if (!errors.empty() && empty && !json) return kInputFault;
+    project.errors = errors;
     if (json) {
         print_json(project);
     } else {

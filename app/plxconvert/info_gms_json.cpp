@@ -11,6 +11,9 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+/// null for what JSON has no number for.
+Json finite(double value) { return std::isfinite(value) ? Json(value) : Json(); }
+
 Json describe(const GmsDatasetSummary& dataset) {
     Json json = {{"name", dataset.name},
                  {"object_type", dataset.object_type},
@@ -18,11 +21,11 @@ Json describe(const GmsDatasetSummary& dataset) {
                  {"components", dataset.components},
                  {"values", dataset.values},
                  {"times", Json::array()},
-                 {"min", dataset.min},
-                 {"max", dataset.max},
+                 {"min", finite(dataset.min)},
+                 {"max", finite(dataset.max)},
                  {"file", dataset.file}};
     for (const double time : dataset.times) {
-        json["times"].push_back(std::isfinite(time) ? Json(time) : Json());
+        json["times"].push_back(finite(time));
     }
     return json;
 }
@@ -46,7 +49,8 @@ void print_json(const GmsDescription& project) {
                  {"datasets", Json::array()},
                  {"materials", Json::array()},
                  {"materials_used", summary.materials_used},
-                 {"problem", summary.problem}};
+                 {"problem", summary.problem},
+                 {"errors", project.errors}};
     for (const GmsFileSummary& file : summary.files) {
         json["files"].push_back({{"keyword", file.keyword}, {"name", file.name}, {"exists", file.exists}});
     }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdio>
 #include <string>
@@ -19,15 +20,22 @@ std::string times_of(const GmsDatasetSummary& dataset) {
     if (dataset.times.size() == 1) {
         std::snprintf(text, sizeof text, "time %g", dataset.times[0]);
     } else {
-        const auto [first, last] = std::minmax_element(dataset.times.begin(), dataset.times.end());
-        std::snprintf(text, sizeof text, "%zu times, %g to %g", dataset.times.size(), *first, *last);
+        double first = INFINITY, last = -INFINITY;
+        for (const double time : dataset.times) {
+            first = std::fmin(first, time);
+            last = std::fmax(last, time);
+        }
+        std::snprintf(text, sizeof text, "%zu times, %g to %g", dataset.times.size(), first, last);
     }
     return text;
 }
 
 void print_dataset(const GmsDatasetSummary& dataset, const char* indent, bool with_object) {
-    std::printf("%s%-24s %10lld %14g .. %-14g %s", indent, dataset.name.c_str(),
-                static_cast<long long>(dataset.values), dataset.min, dataset.max, times_of(dataset).c_str());
+    char range[64] = "               no values";
+    if (dataset.min <= dataset.max)
+        std::snprintf(range, sizeof range, "%14g .. %-14g", dataset.min, dataset.max);
+    std::printf("%s%-24s %10lld %-32s %s", indent, dataset.name.c_str(),
+                static_cast<long long>(dataset.values), range, times_of(dataset).c_str());
     if (dataset.components > 1) std::printf(", %d components", dataset.components);
     if (with_object) {
         std::printf(", for %s %d", dataset.object_type.empty() ? "object" : dataset.object_type.c_str(),

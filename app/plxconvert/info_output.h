@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "plxutils/converters/ModelSummary.h"
 #include "plxutils/gms/GmsSummary.h"
@@ -19,6 +20,7 @@ struct ModelDescription {
 struct GmsDescription {
     std::string file;  ///< name without folder
     GmsProjectSummary summary;
+    std::vector<std::string> errors;  ///< what the readers reported
 };
 
 /// What a person calls a kind of GMS file: "GMS project (text)".

@@ -41,14 +41,13 @@ ErrorCollector::~ErrorCollector() {
 
 void ErrorCollector::keep(const char* message) {
     if (hooked == nullptr || message == nullptr) return;
-    std::string text = without_line_end(message);
-    if (hooked->known_.count(text) != 0) return;
     if (hooked->texts_.size() == kMostTexts) {
         ++hooked->dropped_;
         return;
     }
-    hooked->known_.insert(text);
-    hooked->texts_.push_back(std::move(text));
+    // A text that comes again later may belong to another file, which only its neighbours name.
+    std::string text = without_line_end(message);
+    if (hooked->texts_.empty() || hooked->texts_.back() != text) hooked->texts_.push_back(std::move(text));
 }
 
 std::vector<std::string> ErrorCollector::texts() const {

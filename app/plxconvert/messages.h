@@ -1,6 +1,5 @@
 #pragma once
 
-#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -29,14 +28,13 @@ public:
 
     /// The report's errors, then those of the hook that say something new; no text twice.
     std::vector<std::string> merged_with(const ConversionReport& report) const;
-    /// The hook's texts alone, no text twice; of very many only the first, and how many followed.
+    /// The hook's texts alone, no text twice in a row; of very many only the first, and how many followed.
     std::vector<std::string> texts() const;
 
 private:
     static void keep(const char* message);
 
     std::vector<std::string> texts_;
-    std::set<std::string> known_;
     long long dropped_ = 0;
 };
 

@@ -6,7 +6,15 @@
 
 namespace plx::tool {
 
-void ProgressBar::draw(const std::string& text) {
+void ProgressBar::draw(const std::string& whole) {
+    // A line that wraps could not be erased.
+    constexpr std::size_t kScreen = 79;
+    std::size_t shown = std::min(whole.size(), kScreen);
+    const auto inside_letter = [&whole](std::size_t at) {
+        return (static_cast<unsigned char>(whole[at]) & 0xc0) == 0x80;
+    };
+    while (shown < whole.size() && shown > 0 && inside_letter(shown)) --shown;
+    const std::string text = whole.substr(0, shown);
     std::string line = "\r" + text;
     // Blanks rather than a terminal's own codes: every terminal knows them.
     if (text.size() < drawn_) line.append(drawn_ - text.size(), ' ');

@@ -81,7 +81,7 @@ GmsRead read_tin(WordLines& lines, GmsTin& tin, const std::function<void(const G
         if (lines.word(0) == "ENDT") return GmsRead::kObject;
         if (!read_triangles(lines, tin)) return GmsRead::kBadTriangles;
     }
-    return GmsRead::kEnd;
+    return GmsRead::kCut;
 }
 
 GmsRead read_scatter(WordLines& lines, GmsScatter& set) {
@@ -104,7 +104,7 @@ GmsRead read_scatter(WordLines& lines, GmsScatter& set) {
             set.points.y.push_back(y);
         }
     }
-    return GmsRead::kEnd;
+    return GmsRead::kCut;
 }
 
 }  // namespace plx

@@ -33,6 +33,7 @@ struct GmsScatter {
 enum class GmsRead {
     kObject,        ///< one was read
     kEnd,           ///< there is no further one
+    kCut,           ///< the file ends inside an object
     kBadPoints,     ///< coordinates are missing or cut short
     kBadTriangles,  ///< triangles are missing or cut short
 };

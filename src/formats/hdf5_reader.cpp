@@ -158,10 +158,23 @@ Hdf5Handle text_type(const OpenDataset& source, std::size_t size) {
     return type;
 }
 
+/// Memory that the texts of a dataset may take. Packed short texts take far more than their place in the
+/// file.
+constexpr std::size_t kTextCost = 1 + sizeof(std::string);
+std::size_t text_budget(const OpenDataset& source) {
+    constexpr std::size_t kAlways = std::size_t{64} << 20;
+    const std::size_t size = file_size(source.dataset.id());
+    return size > (kMost - kAlways) / 4 ? kMost : size * 4 + kAlways;
+}
+
 bool read_fixed_texts(const OpenDataset& source, std::vector<std::string>& values) {
     const std::size_t width = H5Tget_size(source.type.id());
     std::size_t bytes = 0;
-    if (width == 0 || width == kMost || !multiply(source.points, width + 1, bytes)) return false;
+    if (width == 0 || width >= kMost - kTextCost || !multiply(source.points, width + kTextCost, bytes) ||
+        bytes > text_budget(source)) {
+        return false;
+    }
+    bytes = source.points * (width + 1);
     const Hdf5Handle type = text_type(source, width + 1);
     std::vector<char> block(bytes);
     if (!type || H5Dread(source.dataset.id(), type.id(), H5S_ALL, H5S_ALL, H5P_DEFAULT, block.data()) < 0)

@@ -40,7 +40,12 @@ void GMStoPLX::SetDestination(const char* path) {
     } else if (!found.directory) {
         GMS_ReportError("GMStoPLX : set_destination - [%s] Path leads to file, not directory!\n", given);
     } else {
-        set_path(destination, given);
+        // What ends in "." or ".." would be another folder, or none, once a file's name follows.
+        const std::string text = given;
+        const std::string last = text.substr(text.find_last_of("\\/") + 1);
+        const bool native = plx::platform::names_are_native() || text.find('\\') == std::string::npos;
+        const bool dots = native && (last == "." || last == "..");
+        set_path(destination, dots ? plx::platform::full_path(text).c_str() : given);
     }
 }
 

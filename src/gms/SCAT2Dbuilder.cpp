@@ -25,7 +25,7 @@ void convert_group(GMStoPLX& owner) {
         return;
     }
     const std::string folder = output_folder(owner, kSubfolder);
-    for (const DataColumn& column : read_hdf5_columns(owner.currentGroup, set.points.x.size())) {
+    for (const DataColumn& column : columns_of_group(owner, set.points.x.size(), "2D Scatter Point")) {
         write_column(owner, folder, set, column);
     }
 }
@@ -57,7 +57,11 @@ void convert_file(GMStoPLX& owner, const std::string& path) {
     GmsScatter set;
     GmsRead result;
     while ((result = read_scatter(lines, set)) == GmsRead::kObject) convert_set(owner, set);
-    if (result != GmsRead::kEnd) {
+    if (result == GmsRead::kCut) {
+        GMS_ReportError(
+            "2D Scatter Point : Write_File - File [%s] ends inside a set, which is not converted\n",
+            path.c_str());
+    } else if (result != GmsRead::kEnd) {
         GMS_ReportError("2D Scatter Point : Write_File - Error reading grid xy defintions.");
     }
 }

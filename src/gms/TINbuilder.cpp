@@ -19,7 +19,7 @@ void convert_group(GMStoPLX& owner) {
         report_group_problem("TIN", owner.currentGroup, problem);
         return;
     }
-    const auto columns = read_hdf5_columns(owner.currentGroup, tin.nodes.x.size());
+    const auto columns = columns_of_group(owner, tin.nodes.x.size(), "TIN");
     const std::string folder = output_folder(owner, kSubfolder);
     const std::string title = "TIN_" + tin.name + "_";
     for (const DataColumn& column : columns) {
@@ -89,6 +89,10 @@ void convert_file(GMStoPLX& owner, const char* path) {
         datasets.clear();
         switch (read_tin(lines, tin, at_vertices)) {
             case GmsRead::kEnd:
+                return;
+            case GmsRead::kCut:
+                GMS_ReportError("TINS : Write_File - File [%s] ends inside a TIN, which is not converted\n",
+                                path);
                 return;
             case GmsRead::kObject:
                 convert_tin(owner, tin, datasets);

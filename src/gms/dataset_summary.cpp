@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 
 namespace plx {
 
@@ -51,8 +52,9 @@ void ValueRange::add(double value) {
 }
 
 void ValueRange::store(GmsDatasetSummary& summary) const {
-    summary.min = min_;
-    summary.max = max_;
+    constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+    summary.min = any_ ? min_ : kNone;
+    summary.max = any_ ? max_ : kNone;
 }
 
 bool describe_datasets(GMStoPLX& converter, const std::string& name, std::vector<GmsDatasetSummary>& out) {

@@ -1,6 +1,8 @@
 #include "gms/hdf5_objects.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <new>
@@ -127,6 +129,35 @@ void copy_tail(const std::vector<From>& from, VX1DArray<To>& to, Convert convert
     for (std::size_t i = 0; i < count; ++i) to[static_cast<int>(i)] = convert(from[i + 1]);
 }
 
+/// First value of the time step nearest to `time`: the tables have a row for each entry of "Times".
+std::size_t start_of_step(Hdf5Id datasets, const std::string& name, const Hdf5Array<double>& table,
+                          double time) {
+    Hdf5Array<double> times;
+    if (table.shape.size() < 2 || !read_hdf5(datasets, name + "/Times", times) ||
+        times.values.size() != table.shape[0] || times.values.empty()) {
+        return 0;
+    }
+    const auto farther = [time](double a, double b) { return std::fabs(a - time) < std::fabs(b - time); };
+    const auto nearest = std::min_element(times.values.begin(), times.values.end(), farther);
+    return static_cast<std::size_t>(nearest - times.values.begin()) * (table.values.size() / table.shape[0]);
+}
+
+bool read_hdf5_values(Hdf5Id datasets, const std::string& name, std::size_t count, const double* time,
+                      std::vector<double>& values) {
+    Hdf5Array<double> table;
+    if (!read_hdf5(datasets, name + "/Values", table)) return false;
+    const std::size_t first = time == nullptr ? 0 : start_of_step(datasets, name, table, *time);
+    const std::size_t known = std::min(count, table.values.size() - first);
+    try {
+        // Only these are kept: a table holds every time step.
+        values.assign(count, kMissing);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    std::copy_n(table.values.begin() + static_cast<std::ptrdiff_t>(first), known, values.begin());
+    return true;
+}
+
 }  // namespace
 
 bool read_hdf5_tin(Hdf5Id group, GmsTin& tin, std::string& problem) {
@@ -153,19 +184,25 @@ bool read_hdf5_scatter(Hdf5Id group, GmsScatter& set, std::string& problem) {
     });
 }
 
-std::vector<DataColumn> read_hdf5_columns(Hdf5Id group, std::size_t count) {
+std::vector<DataColumn> read_hdf5_columns(Hdf5Id group, std::size_t count, const double* time,
+                                          std::vector<std::string>* problems) {
     std::vector<DataColumn> columns;
+    const auto leave_out = [problems](const std::string& problem) {
+        if (problems != nullptr) problems->push_back(problem);
+    };
     const Hdf5Handle datasets = open_hdf5_group(group, "Datasets");
-    if (!datasets) return columns;
+    if (!datasets) {
+        leave_out("Datasets: there is no such group");
+        return columns;
+    }
     for (const std::string& name : hdf5_members(datasets.id())) {
-        Hdf5Array<double> values;
-        if (name == "Guid" || !read_hdf5(datasets.id(), name + "/Values", values)) continue;
-        try {
-            values.values.resize(count, kMissing);
-            columns.push_back({name, std::move(values.values)});
-        } catch (const std::bad_alloc&) {
-            break;
+        if (name == "Guid" || !is_hdf5_group(datasets.id(), name)) continue;
+        DataColumn column{name, {}};
+        if (!read_hdf5_values(datasets.id(), name, count, time, column.values)) {
+            leave_out("Datasets/" + name + "/Values: no readable numbers");
+            continue;
         }
+        columns.push_back(std::move(column));
     }
     return columns;
 }

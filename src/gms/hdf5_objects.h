@@ -17,8 +17,12 @@ namespace plx {
 bool read_hdf5_tin(Hdf5Id group, GmsTin& tin, std::string& problem);
 /// "PROPERTIES/Name", "Nodes/NodeLocs" (n x 2 or more).
 bool read_hdf5_scatter(Hdf5Id group, GmsScatter& set, std::string& problem);
-/// Every member of "Datasets" that has "Values", except "Guid", in name order, with `count` values each.
-std::vector<DataColumn> read_hdf5_columns(Hdf5Id group, std::size_t count);
+/// Every member of "Datasets" that has "Values", except "Guid", in name order, with `count` values each: the
+/// first ones of the dataset.
+/// @param time      when given, those of the row whose entry in the member's "Times" is nearest.
+/// @param problems  gets a text for each group that is left out because its values cannot be read.
+std::vector<DataColumn> read_hdf5_columns(Hdf5Id group, std::size_t count, const double* time = nullptr,
+                                          std::vector<std::string>* problems = nullptr);
 
 /// All boreholes of a "BoreholeModule" group.
 struct Hdf5Bores {

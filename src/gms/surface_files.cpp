@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "converters/field_file_writer.h"
+#include "gms/hdf5_objects.h"
 
 namespace plx {
 namespace {
@@ -71,6 +72,14 @@ bool write_tin_field(GMStoPLX& owner, const TinFieldFile& file, const GmsTin& ti
     writer.begin_own_cells(header);
     write_triangles(out, tin);
     return output.close();
+}
+
+std::vector<DataColumn> columns_of_group(const GMStoPLX& owner, std::size_t count, const char* kind) {
+    std::vector<std::string> problems;
+    auto columns = read_hdf5_columns(owner.currentGroup, count,
+                                     owner.useChosenTime ? &owner.chosenTime : nullptr, &problems);
+    for (const std::string& problem : problems) report_group_problem(kind, owner.currentGroup, problem);
+    return columns;
 }
 
 DataColumn column_of(const GMStoPLX& owner, const GMSDataSet& dataset, std::size_t count) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -29,6 +30,10 @@ struct TinFieldFile {
 /// Writes a TIN with its elevations and datasets as a field file (.pff, .pfz) that holds everything itself.
 bool write_tin_field(GMStoPLX& owner, const TinFieldFile& file, const GmsTin& tin,
                      const std::vector<DataColumn>& columns);
+
+/// The datasets of the HDF5 object that the owner shows. What cannot be read is reported, as `kind`, and left
+/// out.
+std::vector<DataColumn> columns_of_group(const GMStoPLX& owner, std::size_t count, const char* kind);
 
 /// The values that an object of `count` points gets from a dataset: the first component at one time.
 DataColumn column_of(const GMStoPLX& owner, const GMSDataSet& dataset, std::size_t count);

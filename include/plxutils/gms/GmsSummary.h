@@ -15,7 +15,7 @@ struct GmsDatasetSummary {
     int components = 1;
     std::int64_t values = 0;      ///< per time step
     std::vector<double> times;    ///< in the dataset's own unit; empty when it has none
-    double min = 0.0, max = 0.0;  ///< of the first component of all steps
+    double min = 0.0, max = 0.0;  ///< of the first component of all steps; not-a-number without values
     std::string file;             ///< name of the file it stands in, without folder
 };
 
