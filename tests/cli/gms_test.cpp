@@ -2,12 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
-#include "cli/gms_project.h"
 #include "cli/run_tool.h"
 #include "support/temp_folder.h"
 
@@ -18,6 +19,46 @@ using nlohmann::json;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
+
+void add_int(std::string& bytes, std::uint32_t value) {
+    for (int i = 0; i < 4; ++i) bytes += static_cast<char>(value >> (8 * i) & 255u);
+}
+
+/// A TIN of two times, a scatter set, a borehole, two materials and a grid that is not converted.
+std::string write_gms_project(const TempFolder& folder) {
+    folder.write("site.tin",
+                 "TIN\nBEGT\nTNAM ground\nID 3\nVERT 3\n0 0 1\n10 0 2\n0 10 3\nTRI 1\n1 2 3\nENDT\n");
+    folder.write("wells.xy", "XY1\nBEGSET\nNAME wells\nID 4\nIXY 2\n1 1 1\n2 5 5\nENDSET\n");
+    folder.write("bores.bor", "BEGH\nNAME B1\nCONT 2\n1 1 10 1\n1 1 5 2\nENDH\n");
+    folder.write("soils.mat", "MAT\nMN 1 sand\nMN 2 clay\n");
+    folder.write("heads.dat",
+                 "DATASET\nOBJTYPE tin\nBEGSCL\nOBJID 3\nND 3\nNC 1\nNAME head\n"
+                 "TS 0 0.0\n5\n6\n7\nTS 0 30.0\n8\n9\n10\nENDDS\n");
+    folder.write("wells.dat",
+                 "DATASET\nOBJTYPE scat2d\nBEGSCL\nOBJID 4\nND 2\nNC 0\nNAME level\nTS 0 0\n1\n2\nENDDS\n");
+    return folder.write("site.gpr",
+                        "GMSPROJ\nTIN site.tin\nSCAT2D wells.xy\nBHOLE bores.bor\nMAT soils.mat\n"
+                        "GRID2D grid.2dg\nDATA heads.dat\nDATA wells.dat\n");
+}
+
+/// An HDF5 file's first bytes, and nothing else that belongs to one.
+std::string broken_hdf5() { return "\x89HDF\r\n\x1a\n" + std::string(200, '\x55'); }
+
+/// A binary dataset file with one scalar dataset of three values for TIN 3.
+std::string binary_dataset() {
+    std::string bytes;
+    for (const std::uint32_t card : {3000u, 100u, 1u, 110u, 4u, 120u, 4u, 130u, 160u, 3u, 170u, 3u, 180u, 0u})
+        add_int(bytes, card);
+    add_int(bytes, 190);
+    std::string name = "depth";
+    name.resize(40, '\0');
+    bytes += name;
+    add_int(bytes, 200);
+    add_int(bytes, 0);
+    for (const float value : {12.5f, 1.0f, -2.0f, 4.0f}) add_int(bytes, std::bit_cast<std::uint32_t>(value));
+    add_int(bytes, 210);
+    return bytes;
+}
 
 class Gms : public testing::Test {
 protected:
@@ -65,13 +106,8 @@ TEST_F(Gms, JsonIsOneObjectWithExistingFiles) {
     EXPECT_EQ(report["kind"], "gms text");
     EXPECT_EQ(report["errors"], json::array());
     ASSERT_EQ(report["files"].size(), 4u);
-    std::uintmax_t bytes = 0;
-    for (const json& file : report["files"]) {
-        const std::string path = file["file"];
-        EXPECT_EQ(std::filesystem::file_size(path), file["bytes"]) << path;
-        bytes += file["bytes"].get<std::uintmax_t>();
-    }
-    EXPECT_EQ(report["bytes"], bytes);
+    for (const json& file : report["files"])
+        EXPECT_EQ(std::filesystem::file_size(file["file"].get<std::string>()), file["bytes"]) << file;
     EXPECT_THAT(written(), ElementsAre("BORE/bor_bores.pgf", "TINS/ground_head.gmf",
                                        "TINS/tin_ground_elevation.gmf", "TINS/tin_ground_elevation.pff"));
 }
@@ -79,18 +115,14 @@ TEST_F(Gms, JsonIsOneObjectWithExistingFiles) {
 TEST_F(Gms, TimeChoosesTheNearestStepAndOldRulesRefuseSeveral) {
     EXPECT_EQ(convert({"--time", "25", "--quiet"}).out, "");
     EXPECT_THAT(folder_.read("Out/made/ground_head.gmf"), HasSubstr("0.000000 10.000000 10.000000"));
+    const ToolRun cropped = convert({"--extents", "-5", "-5", "1", "1", "--types", "tin"});
+    EXPECT_EQ(cropped.code, 0);
+    EXPECT_THAT(cropped.err, HasSubstr("plxconvert: warning: --extents does not crop"));
     const ToolRun old = convert({"--rules", "prescribed", "--types", "tin"});
     EXPECT_EQ(old.code, 1);
     EXPECT_THAT(old.err, HasSubstr("End of Data values not reached\nplxconvert: "));
     EXPECT_THAT(old.err, Not(HasSubstr("\n\n")));
     EXPECT_THAT(old.out, HasSubstr("tin_ground_elevation.pff"));
-}
-
-TEST_F(Gms, ExtentsAreAcceptedWithAWarning) {
-    const ToolRun run = convert({"--extents", "-5", "-5", "1", "1", "--types", "tin"});
-    EXPECT_EQ(run.code, 0);
-    EXPECT_THAT(run.err, HasSubstr("plxconvert: warning: --extents does not crop"));
-    EXPECT_EQ(written().size(), 3u);
 }
 
 TEST_F(Gms, ConversionThatWritesNothingSaysWhy) {
@@ -143,19 +175,14 @@ TEST_F(Gms, InfoTellsTheWholeProject) {
     const json info = json::parse(run.out);
     EXPECT_EQ(info["kind"], "gms text");
     EXPECT_EQ(info["files"][4], json::parse(R"({"keyword":"GRID2D","name":"grid.2dg","exists":false})"));
-    EXPECT_EQ(info["files"].size(), 7u);
     const json tin = info["objects"][0];
     EXPECT_EQ(tin["name"], "ground");
-    EXPECT_EQ(tin["id"], 3);
-    EXPECT_EQ(tin["points"], 3);
-    EXPECT_EQ(tin["triangles"], 1);
+    EXPECT_EQ(json::array({tin["id"], tin["points"], tin["triangles"]}), json::array({3, 3, 1}));
     EXPECT_EQ(tin["datasets"], json::parse(R"([{"name":"head","object_type":"tin","object_id":3,
         "components":1,"values":3,"times":[0,30],"min":5,"max":10,"file":"heads.dat"}])"));
     EXPECT_EQ(info["objects"][1]["datasets"][0]["name"], "level");
     EXPECT_EQ(info["objects"][2]["type"], "borehole");
-    EXPECT_EQ(info["objects"][2]["points"], 2);
     EXPECT_EQ(info["objects"][3]["converted"], false);
-    EXPECT_EQ(info["datasets"], json::array());
     EXPECT_EQ(info["materials"], json::parse(R"([{"number":1,"name":"sand"},{"number":2,"name":"clay"}])"));
 
     const ToolRun text = run_tool({"info", project_});
@@ -169,10 +196,8 @@ TEST_F(Gms, InfoTellsDatasetFilesByTheirContents) {
     const ToolRun binary = run_tool({"info", folder_.write("depth.any", binary_dataset()), "--json"});
     EXPECT_EQ(binary.code, 0);
     const json depth = json::parse(binary.out)["datasets"][0];
-    EXPECT_EQ(depth["name"], "depth");
     EXPECT_EQ(depth["times"], json::parse("[12.5]"));
-    EXPECT_EQ(depth["min"], -2);
-    EXPECT_EQ(depth["max"], 4);
+    EXPECT_EQ(json::array({depth["name"], depth["min"], depth["max"]}), json::array({"depth", -2, 4}));
     const ToolRun text = run_tool({"info", folder_.file("heads.dat")});
     EXPECT_THAT(text.out, HasSubstr("heads.dat: GMS dataset file\n"));
     EXPECT_THAT(text.out, HasSubstr("for tin 3"));
@@ -188,13 +213,11 @@ TEST_F(Gms, InfoTellsDatasetFilesByTheirContents) {
 std::vector<std::string> outline(const json& info) {
     std::vector<std::string> lines;
     for (const json& object : info["objects"]) {
-        std::string line = object["type"].get<std::string>() + " " + object["name"].get<std::string>() + " " +
-                           object["points"].dump() + " " + object["triangles"].dump();
+        std::string line;
+        for (const char* key : {"type", "name", "points", "triangles"}) line += object[key].dump();
+        for (const json& set : object["datasets"])
+            for (const char* key : {"name", "values", "min", "max"}) line += set[key].dump();
         std::replace(line.begin(), line.end(), '_', ' ');
-        for (const json& set : object["datasets"]) {
-            line += ", " + set["name"].get<std::string>() + " " + set["values"].dump() + " " +
-                    set["min"].dump() + " " + set["max"].dump();
-        }
         lines.push_back(line);
     }
     std::sort(lines.begin(), lines.end());
@@ -207,7 +230,6 @@ TEST_F(Gms, BothKindsOfTheSameProjectAreToldAlike) {
     const json hdf5 = json::parse(run_tool({"info", quarry + "_hdf5.gpr", "--json"}).out);
     EXPECT_EQ(hdf5["kind"], "gms hdf5");
     EXPECT_EQ(outline(text), outline(hdf5));
-    EXPECT_GT(text["objects"].size(), 2u);
     EXPECT_EQ(text["materials"], hdf5["materials"]);
     EXPECT_EQ(hdf5["materials_used"], true);
 }

@@ -39,25 +39,20 @@ TEST_F(Hdf5Reader, NumbersOfEveryTypeConvert) {
     struct Case {
         const char* name;
         NumberType type;
-        std::vector<double> written, doubles;
+        std::vector<double> doubles;
         std::vector<int> ints;
     };
     constexpr int kMaxInt = 2147483647;
     const std::vector<Case> cases = {
-        {"int8", NumberType::kInt8, {-5, 127}, {-5, 127}, {-5, 127}},
-        {"uint32", NumberType::kUint32, {4294967295.0}, {4294967295.0}, {kMaxInt}},
-        {"big-endian", NumberType::kInt32Big, {1, -70000}, {1, -70000}, {1, -70000}},
-        {"int64",
-         NumberType::kInt64,
-         {1099511627776.0, -1e18},
-         {1099511627776.0, -1e18},
-         {kMaxInt, -kMaxInt - 1}},
-        {"float", NumberType::kFloat, {1.5, 2.25}, {1.5, 2.25}, {1, 2}},
-        {"double", NumberType::kDouble, {3.9, -3.9, 1e20}, {3.9, -3.9, 1e20}, {3, -3, kMaxInt}},
-        {"enum", NumberType::kEnum, {0, 1, 7}, {0, 1, 7}, {0, 1, 7}},
-    };
+        {"int8", NumberType::kInt8, {-5, 127}, {-5, 127}},
+        {"uint32", NumberType::kUint32, {4294967295.0}, {kMaxInt}},
+        {"big-endian", NumberType::kInt32Big, {1, -70000}, {1, -70000}},
+        {"int64", NumberType::kInt64, {1099511627776.0, -1e18}, {kMaxInt, -kMaxInt - 1}},
+        {"float", NumberType::kFloat, {1.5, 2.25}, {1, 2}},
+        {"double", NumberType::kDouble, {3.9, -3.9, 1e20}, {3, -3, kMaxInt}},
+        {"enum", NumberType::kEnum, {0, 1, 7}, {0, 1, 7}}};
     const Hdf5Handle file = made([&](Hdf5Writer& out) {
-        for (const Case& c : cases) out.numbers(c.name, c.type, {c.written.size()}, c.written);
+        for (const Case& c : cases) out.numbers(c.name, c.type, {c.doubles.size()}, c.doubles);
     });
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -127,9 +122,8 @@ TEST_F(Hdf5Reader, WhatCannotBeReadLeavesNothing) {
         Hdf5Array<double> doubles{{1}, {1.0}};
         Hdf5Array<int> ints{{1}, {1}};
         Hdf5Array<std::string> texts{{1}, {"1"}};
-        EXPECT_FALSE(read_hdf5(file.id(), name, doubles));
-        EXPECT_FALSE(read_hdf5(file.id(), name, ints));
-        EXPECT_FALSE(read_hdf5(file.id(), name, texts));
+        EXPECT_FALSE(read_hdf5(file.id(), name, doubles) || read_hdf5(file.id(), name, ints) ||
+                     read_hdf5(file.id(), name, texts));
         EXPECT_TRUE(doubles.values.empty() && doubles.shape.empty() && texts.values.empty());
     }
     Hdf5Array<double> doubles;
@@ -148,14 +142,9 @@ TEST_F(Hdf5Reader, MembersComeInByteOrderWithAnyName) {
         out.group(long_name);
     });
     EXPECT_THAT(hdf5_members(file.id()), ElementsAre("10", "9", "Beta", "alpha", "gone", "same", long_name));
-    for (const auto& [name, expected] : std::vector<std::pair<std::string, bool>>{{"alpha", true},
-                                                                                  {"same", true},
-                                                                                  {long_name, true},
-                                                                                  {"10", false},
-                                                                                  {"gone", false},
-                                                                                  {"other", false}}) {
-        EXPECT_EQ(is_hdf5_group(file.id(), name), expected) << name;
-    }
+    for (const std::string& name : {std::string("alpha"), std::string("same"), long_name})
+        EXPECT_TRUE(is_hdf5_group(file.id(), name)) << name;
+    for (const char* name : {"10", "gone", "other"}) EXPECT_FALSE(is_hdf5_group(file.id(), name)) << name;
     const Hdf5Handle group = open_hdf5_group(file.id(), long_name);
     EXPECT_EQ(hdf5_path(group.id()), "/" + long_name);
     EXPECT_FALSE(open_hdf5_group(file.id(), "10"));
@@ -180,12 +169,7 @@ TEST_F(Hdf5Reader, KindTellsTextFromDamageAndCutFilesStayShut) {
     made([](Hdf5Writer& out) { out.doubles("a", {1}, {1}); }).close();
     const std::string bytes = folder_.read("made.h5");
     testing::internal::CaptureStderr();
-    struct Case {
-        std::string path;
-        int kind;
-        bool opens;
-    };
-    const std::vector<Case> cases = {
+    const std::tuple<std::string, int, bool> cases[] = {
         {path_, 1, true},
         {folder_.write("user_block.h5", std::string(512, ' ') + bytes), 1, true},
         {folder_.write("cut.h5", bytes.substr(0, bytes.size() / 2)), 1, false},
@@ -194,9 +178,9 @@ TEST_F(Hdf5Reader, KindTellsTextFromDamageAndCutFilesStayShut) {
         {folder_.path().string(), -1, false},
         {"", -1, false},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(hdf5_kind(c.path.c_str()), c.kind) << c.path;
-        EXPECT_EQ(static_cast<bool>(open_hdf5_file(c.path.c_str())), c.opens) << c.path;
+    for (const auto& [path, kind, opens] : cases) {
+        EXPECT_EQ(hdf5_kind(path.c_str()), kind) << path;
+        EXPECT_EQ(static_cast<bool>(open_hdf5_file(path.c_str())), opens) << path;
     }
     EXPECT_EQ(hdf5_kind(nullptr), -1);
     for (std::size_t length = 0; length < bytes.size(); length += 61) {

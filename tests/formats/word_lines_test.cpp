@@ -54,20 +54,10 @@ std::string odd_text(unsigned seed) {
 }
 
 TEST(WordLines, GivesTheWordsOfTheFileReader) {
-    std::vector<std::string> texts = {"",
-                                      "\n",
-                                      "a",
-                                      "a\n",
-                                      ",,",
-                                      ",,\n",
-                                      ",,\na",
-                                      "# c\nb # c\n",
-                                      "#",
-                                      "a b c d e f g h i j\n",
-                                      std::string(700000, 'x') + " y\nz\n",
-                                      std::string(65536, 'x'),
-                                      std::string(262143, 'x') + "\ny",
-                                      std::string(65535, ' ') + "\n,"};
+    std::vector<std::string> texts = {"", "\n", "a", "a\n", ",,", ",,\n", ",,\na", "# c\nb # c\n", "#"};
+    texts.insert(texts.end(),
+                 {"a b c d e f g h i j\n", std::string(700000, 'x') + " y\nz\n", std::string(65536, 'x'),
+                  std::string(262143, 'x') + "\ny", std::string(65535, ' ') + "\n,"});
     for (unsigned seed = 0; seed < 400; ++seed) texts.push_back(odd_text(seed));
     const plx::test::TempFolder folder;
     for (const std::string& text : texts) {
@@ -78,18 +68,16 @@ TEST(WordLines, GivesTheWordsOfTheFileReader) {
 }
 
 TEST(WordLines, NumbersOfWords) {
-    struct Case {
+    const struct {
         std::string word;
         bool there;
         double number;
         int integer;
-    };
-    const std::vector<Case> cases = {{"2.9", true, 2.9, 2},         {"-2.9", true, -2.9, -2},
-                                     {"1e20", true, 1e20, INT_MAX}, {"-1e20", true, -1e20, INT_MIN},
-                                     {"x", true, 0.0, 0},           {"1d2", true, 100.0, 100},
-                                     {"\"\"", false, -7.0, -7}};
+    } cases[] = {{"2.9", true, 2.9, 2},           {"-2.9", true, -2.9, -2}, {"1e20", true, 1e20, INT_MAX},
+                 {"-1e20", true, -1e20, INT_MIN}, {"x", true, 0.0, 0},      {"1d2", true, 100.0, 100},
+                 {"\"\"", false, -7.0, -7}};
     const plx::test::TempFolder folder;
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.word);
         plx::WordLines lines;
         ASSERT_TRUE(lines.open(folder.write("n.txt", c.word + "\n").c_str()) && lines.next());

@@ -28,23 +28,11 @@ hid_t make_links() {
 }
 
 hid_t make_type(NumberType type) {
-    switch (type) {
-        case NumberType::kInt8:
-            return H5Tcopy(H5T_STD_I8LE);
-        case NumberType::kUint32:
-            return H5Tcopy(H5T_STD_U32LE);
-        case NumberType::kInt32Big:
-            return H5Tcopy(H5T_STD_I32BE);
-        case NumberType::kInt64:
-            return H5Tcopy(H5T_STD_I64LE);
-        case NumberType::kFloat:
-            return H5Tcopy(H5T_IEEE_F32LE);
-        case NumberType::kDouble:
-            return H5Tcopy(H5T_IEEE_F64LE);
-        case NumberType::kOpaque:
-            return H5Tcreate(H5T_OPAQUE, sizeof(double));
-        case NumberType::kEnum:
-            break;
+    if (type == NumberType::kOpaque) return H5Tcreate(H5T_OPAQUE, sizeof(double));
+    if (type != NumberType::kEnum) {
+        const hid_t plain[] = {H5T_STD_I8LE,  H5T_STD_U32LE,  H5T_STD_I32BE,
+                               H5T_STD_I64LE, H5T_IEEE_F32LE, H5T_IEEE_F64LE};
+        return H5Tcopy(plain[static_cast<int>(type)]);
     }
     const hid_t made = sure(H5Tenum_create(H5T_NATIVE_SCHAR));
     for (signed char value = 0; value < 10; ++value) {
