@@ -58,13 +58,7 @@ const char* const kFooter =
 void check(Options& options) {
     try {
         options.wanted = parse_gms_types(options.types);
-        for (const double edge : options.extents) {
-            if (!std::isfinite(edge)) throw std::invalid_argument("--extents: coordinates must be finite");
-        }
-        if (!options.extents.empty() &&
-            !(options.extents[0] <= options.extents[2] && options.extents[1] <= options.extents[3])) {
-            throw std::invalid_argument("--extents: XMIN must not exceed XMAX, nor YMIN YMAX");
-        }
+        check_rectangle("--extents", options.extents);
         if (options.time && !std::isfinite(*options.time)) {
             throw std::invalid_argument("--time: the time must be finite");
         }

@@ -63,13 +63,7 @@ void check(Options& options) {
             }
         }
         options.choice = parse_outputs(options.outputs, !options.porosities.empty());
-        for (const double edge : options.crop) {
-            if (!std::isfinite(edge)) throw std::invalid_argument("--crop: coordinates must be finite");
-        }
-        if (!options.crop.empty() &&
-            !(options.crop[0] <= options.crop[2] && options.crop[1] <= options.crop[3])) {
-            throw std::invalid_argument("--crop: XMIN must not exceed XMAX, nor YMIN YMAX");
-        }
+        check_rectangle("--crop", options.crop);
     } catch (const std::invalid_argument& fault) {
         throw CLI::ParseError(fault.what(), kWrongUsage);
     }

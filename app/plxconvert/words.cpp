@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <stdexcept>
 #include <system_error>
 
 namespace plx::tool {
@@ -38,6 +39,15 @@ bool parse_numbers(const std::string& list, std::vector<double>& numbers) {
         numbers.push_back(value);
     }
     return true;
+}
+
+void check_rectangle(const std::string& option, const std::vector<double>& edges) {
+    for (const double edge : edges) {
+        if (!std::isfinite(edge)) throw std::invalid_argument(option + ": coordinates must be finite");
+    }
+    if (!edges.empty() && !(edges[0] <= edges[2] && edges[1] <= edges[3])) {
+        throw std::invalid_argument(option + ": XMIN must not exceed XMAX, nor YMIN YMAX");
+    }
 }
 
 std::string counted(long long count, const std::string& noun) {

@@ -11,6 +11,10 @@ std::string lower(std::string text);
 std::vector<std::string> split(const std::string& text, char separator);
 /// Reads a list of decimal numbers; false when a part is anything else or not finite. Free of the locale.
 bool parse_numbers(const std::string& list, std::vector<double>& numbers);
+/// Checks XMIN YMIN XMAX YMAX of an option; none given is fine.
+///
+/// @throws std::invalid_argument with a text for the user.
+void check_rectangle(const std::string& option, const std::vector<double>& edges);
 /// "1 step", "2 steps".
 std::string counted(long long count, const std::string& noun);
 

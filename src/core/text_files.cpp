@@ -11,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "core/ascii_text.h"
 #include "platform/host_path.h"
 #include "platform/platform.h"
 #include "plxutils/core/VXUtilities.h"
@@ -44,13 +45,6 @@ std::string_view take_line(std::string_view& rest) {
 
 std::string_view view(const String& text) {
     return {text.c_str(), static_cast<std::size_t>(text.GetLength())};
-}
-
-std::string_view trimmed(std::string_view line) {
-    constexpr std::string_view kBlanks = "\n\r\t ";
-    const std::size_t first = line.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return line.substr(first, line.find_last_not_of(kBlanks) - first + 1);
 }
 
 }  // namespace
@@ -104,7 +98,7 @@ void RemoveCommentLinesFromString(String& text, bool keepBlankLines) {
     std::string kept;
     kept.reserve(view(text).size() + 1);
     for (std::string_view rest = view(text); !rest.empty();) {
-        const std::string_view line = trimmed(take_line(rest));
+        const std::string_view line = plx::trimmed(take_line(rest), "\n\r\t ");
         if (line.empty() ? keepBlankLines : line.front() != '#') kept.append(line) += '\n';
     }
     text.Assign(kept.data(), kept.size());

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "core/ascii_text.h"
 #include "core/text_number.h"
 #include "formats/modflow_words.h"
 
@@ -13,11 +14,7 @@ namespace {
 
 using Form = ArrayControl::Form;
 
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") + 1 - first);
-}
+constexpr std::string_view kBlanks = " \t";
 
 /// The value before a format that touches it: "1.0(FREE)".
 double before_parenthesis(std::string_view word) { return to_double(word.substr(0, word.find('('))); }
@@ -52,7 +49,8 @@ std::optional<FixedRecord> cut_fixed_record(std::string_view line) {
     const auto columns = [line](std::size_t at, std::size_t count) {
         return at < line.size() ? line.substr(at, count) : std::string_view();
     };
-    const std::string_view unit = trimmed(columns(0, 10)), multiplier = trimmed(columns(10, 10));
+    const std::string_view unit = trimmed(columns(0, 10), kBlanks),
+                           multiplier = trimmed(columns(10, 10), kBlanks);
     const bool is_whole = unit.find_first_not_of("+-0123456789") == std::string_view::npos;
     double unit_value = 0.0;
     FixedRecord record;

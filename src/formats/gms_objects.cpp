@@ -36,10 +36,6 @@ bool read_nodes(WordLines& lines, GmsTin& tin) {
     return counted;
 }
 
-int from_zero(int number) {
-    return static_cast<int>(std::max(std::int64_t{number} - 1, std::int64_t{INT32_MIN}));
-}
-
 /// The current line is the one after the nodes. Its first word is whatever the writer of the file put there.
 bool read_triangles(WordLines& lines, GmsTin& tin) {
     int count = 0;
@@ -49,7 +45,7 @@ bool read_triangles(WordLines& lines, GmsTin& tin) {
         int a = 0, b = 0, c = 0;
         if (!lines.next() || !lines.integer(0, a) || !lines.integer(1, b) || !lines.integer(2, c))
             return false;
-        tin.triangles.push_back({from_zero(a), from_zero(b), from_zero(c)});
+        tin.triangles.push_back({zero_based(a), zero_based(b), zero_based(c)});
     }
     return true;
 }
@@ -57,13 +53,14 @@ bool read_triangles(WordLines& lines, GmsTin& tin) {
 /// Goes to a line with this first word. The current line counts, because an object that was cut short ends
 /// where the next one begins.
 bool find_line(WordLines& lines, std::string_view keyword) {
-    while (lines.word(0) != keyword) {
-        if (!lines.next()) return false;
-    }
-    return true;
+    return lines.word(0) == keyword || lines.find(keyword);
 }
 
 }  // namespace
+
+int zero_based(int number) {
+    return static_cast<int>(std::max(std::int64_t{number} - 1, std::int64_t{INT32_MIN}));
+}
 
 GmsRead read_tin(WordLines& lines, GmsTin& tin, const std::function<void(const GmsTin&)>& at_vertices) {
     if (!find_line(lines, "BEGT")) return GmsRead::kEnd;

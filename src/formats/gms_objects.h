@@ -30,6 +30,9 @@ struct GmsScatter {
     GmsPoints points;
 };
 
+/// A node number of a file, which counts from 1, as an index from 0; the least int stays what it is.
+int zero_based(int number);
+
 enum class GmsRead {
     kObject,        ///< one was read
     kEnd,           ///< there is no further one

@@ -161,17 +161,17 @@ Hdf5Handle text_type(const OpenDataset& source, std::size_t size) {
 /// Memory that the texts of a dataset may take. Packed short texts take far more than their place in the
 /// file.
 constexpr std::size_t kTextCost = 1 + sizeof(std::string);
-std::size_t text_budget(const OpenDataset& source) {
-    constexpr std::size_t kAlways = std::size_t{64} << 20;
+constexpr std::size_t kPackedTexts = std::size_t{64} << 20;
+std::size_t text_budget(const OpenDataset& source, std::size_t always) {
     const std::size_t size = file_size(source.dataset.id());
-    return size > (kMost - kAlways) / 4 ? kMost : size * 4 + kAlways;
+    return size > (kMost - always) / 4 ? kMost : size * 4 + always;
 }
 
 bool read_fixed_texts(const OpenDataset& source, std::vector<std::string>& values) {
     const std::size_t width = H5Tget_size(source.type.id());
     std::size_t bytes = 0;
     if (width == 0 || width >= kMost - kTextCost || !multiply(source.points, width + kTextCost, bytes) ||
-        bytes > text_budget(source)) {
+        bytes > text_budget(source, kPackedTexts)) {
         return false;
     }
     bytes = source.points * (width + 1);
@@ -210,9 +210,7 @@ struct TextMemory {
 };
 
 bool read_variable_texts(const OpenDataset& source, std::vector<std::string>& values) {
-    std::size_t budget = file_size(source.dataset.id());
-    budget = (budget > (kMost - kUnstored) / 4 ? kMost - kUnstored : budget * 4) + kUnstored;
-    TextMemory memory{budget, {}};
+    TextMemory memory{text_budget(source, kUnstored), {}};
     const Hdf5Handle type = text_type(source, H5T_VARIABLE);
     const Hdf5Handle transfer(H5Pcreate(H5P_DATASET_XFER));
     if (!type || !transfer ||

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <utility>
 
+#include "core/ascii_text.h"
 #include "core/text_number.h"
 #include "core/word_splitter.h"
 
@@ -20,13 +21,6 @@ constexpr std::size_t kPiece = 64 * 1024;
 constexpr std::size_t kMaxLine = 64 * 1024 * 1024;
 
 const Separators kSeparators("\r\n\t ,");
-
-std::string_view trimmed(std::string_view line) {
-    constexpr std::string_view kBlanks = "\n\r\t ";
-    const std::size_t first = line.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return line.substr(first, line.find_last_not_of(kBlanks) - first + 1);
-}
 
 }  // namespace
 
@@ -107,11 +101,18 @@ bool WordLines::next() {
             std::copy_if(line.begin(), line.end(), std::back_inserter(clean_), [](char c) { return c != 0; });
             line = clean_;
         }
-        line = trimmed(line);
+        line = trimmed(line, "\n\r\t ");
         if (line.empty() || line.front() == '#') continue;
         split(line);
         // At the very end a line without words cannot be told from no line.
         return count_ > 0 || begin_ < end_ || !ended_ || block_[end_ - 1] == '\n';
+    }
+    return false;
+}
+
+bool WordLines::find(std::string_view keyword) {
+    while (next()) {
+        if (word(0) == keyword) return true;
     }
     return false;
 }

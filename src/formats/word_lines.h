@@ -20,6 +20,8 @@ public:
     bool open(const char* stored);
     /// Goes to the next line; false at the end, or where the input is damaged.
     bool next();
+    /// Goes to the next line whose first word is this; false when there is none.
+    bool find(std::string_view keyword);
     int count() const { return count_; }
     /// Word i, valid until the next line; empty when there is none.
     std::string_view word(int i) const {

@@ -8,6 +8,7 @@
 #include "gms/builder_output.h"
 #include "gms/callbacks.h"
 #include "gms/hdf5_objects.h"
+#include "gms/names.h"
 #include "gms/pgf_file.h"
 
 namespace {
@@ -15,14 +16,6 @@ namespace {
 using namespace plx;
 
 constexpr const char* kSubfolder = "BORE";
-
-/// Blanks would break the columns of the file.
-std::string joined_name(std::string_view name) {
-    std::string text(name);
-    std::replace(text.begin(), text.end(), ' ', '_');
-    std::replace(text.begin(), text.end(), '\t', '_');
-    return text;
-}
 
 bool read_materials(const std::string& path, std::vector<std::unique_ptr<Material>>& materials) {
     WordLines lines;
@@ -39,7 +32,7 @@ bool read_materials(const std::string& path, std::vector<std::unique_ptr<Materia
             continue;
         }
         material->index = static_cast<int>(materials.size());
-        material->name = joined_name(lines.word(2)).c_str();
+        material->name = one_word(std::string(lines.word(2))).c_str();
         materials.push_back(std::move(material));
     }
     return true;
@@ -65,19 +58,12 @@ bool read_contact(WordLines& lines, std::array<double, 4>& contact) {
     return true;
 }
 
-bool find_line(WordLines& lines, std::string_view keyword) {
-    while (lines.next()) {
-        if (lines.word(0) == keyword) return true;
-    }
-    return false;
-}
-
 /// False after a message when the file cannot be used; its end may come anywhere outside a list of contacts.
 bool read_bores(WordLines& lines, std::vector<std::unique_ptr<Bore>>& bores) {
-    while (find_line(lines, "BEGH") && lines.next()) {
+    while (lines.find("BEGH") && lines.next()) {
         auto bore = std::make_unique<Bore>();
-        bore->name = joined_name(lines.word(1)).c_str();
-        if (!find_line(lines, "CONT")) break;
+        bore->name = one_word(std::string(lines.word(1))).c_str();
+        if (!lines.find("CONT")) break;
         int count = 0;
         if (!lines.integer(1, count)) {
             GMS_ReportError("Bore : Write_file - Error reading CONT [%s] in bore file\n",
@@ -95,7 +81,7 @@ bool read_bores(WordLines& lines, std::vector<std::unique_ptr<Bore>>& bores) {
 
 /// File name without folder and extension, in the letters of the project.
 std::string title_of(const std::string& path) {
-    const std::string name = path.substr(path.find_last_of("\\/") + 1);
+    const std::string name = last_component(path);
     return name.substr(0, name.rfind('.'));
 }
 

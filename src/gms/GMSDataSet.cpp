@@ -7,14 +7,11 @@
 #include <limits>
 #include <utility>
 
-namespace {
-
-constexpr double kNoData = -1.0e9;
-
-}  // namespace
+#include "gms/data_column.h"
 
 double TimeStep::Value(int index, int component) const {
-    if (index < 0 || index >= numValues || component < 0 || component >= components) return kNoData;
+    if (index < 0 || index >= numValues || component < 0 || component >= components)
+        return plx::kMissingValue;
     return values[index][component];
 }
 

@@ -11,8 +11,6 @@
 namespace {
 
 constexpr double kKeyTolerance = 1e-6;
-constexpr int kVersion = 3000;
-constexpr int kFirstRecord = 28;
 
 bool has_key(const GMSDataSet& set, double key) { return std::fabs(set.Key() - key) < kKeyTolerance; }
 
@@ -42,7 +40,7 @@ bool GMStoPLX::AddDataSet(const char* name) {
         }
         file.ReadRawInt(first);
     }
-    const bool binary = first == kVersion || first == kFirstRecord;
+    const bool binary = first == plx::kBinaryVersion || first == plx::kFirstRecord;
     if (!(binary ? ReadBinary(path.c_str()) : ReadAscii(path.c_str()))) {
         GMS_ReportError("GMStoPLX : Add_Dataset - Error adding %s dataset %s\n", binary ? "binary" : "ascii",
                         given);

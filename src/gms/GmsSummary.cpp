@@ -7,6 +7,7 @@
 #include "formats/hdf5_reader.h"
 #include "gms/callbacks.h"
 #include "gms/dataset_summary.h"
+#include "gms/datasets.h"
 #include "gms/project_lines.h"
 #include "gms/project_summary.h"
 #include "plxutils/core/VXFile.h"
@@ -32,13 +33,12 @@ private:
 std::string stored_path(const char* path) { return VXFile(path).GetFilePath().c_str(); }
 
 bool is_binary_datasets(const std::string& stored) {
-    constexpr int kVersion = 3000, kMarker = 28;
     VXInputFile in;
     int first = 0, second = 0;
     if (!in.Open(stored.c_str()) || !in.ReadRawInt(first) || !in.ReadRawInt(second)) return false;
     // The first card is one of the file's own, so that numbers by chance are told from a dataset file.
-    if (first == kVersion) return second >= 100 && second <= 250;
-    return first == kMarker && second == kVersion;
+    if (first == kBinaryVersion) return second >= 100 && second <= 250;
+    return first == kFirstRecord && second == kBinaryVersion;
 }
 
 /// "text", "datasets" or empty.

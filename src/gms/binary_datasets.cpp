@@ -10,7 +10,6 @@
 namespace plx {
 namespace {
 
-constexpr int kVersion = 3000;
 constexpr int kNameBytes = 40;
 constexpr int kReferenceTimeBytes = 40, kReferenceTextBytes = 36;
 constexpr int kJulianBytes = 8, kTimeUnitBytes = 4;
@@ -30,10 +29,10 @@ public:
         if (!source_.open(path_)) return fail_file("Error opening %s for input");
         int version = 0;
         if (!source_.integer(version)) return fail_file("Invalid Version number in %s");
-        if (version != kVersion) {
+        if (version != kBinaryVersion) {
             // Not the version but the length of the first record.
             markers_ = true;
-            if (!source_.integer(version) || version != kVersion) {
+            if (!source_.integer(version) || version != kBinaryVersion) {
                 GMS_ReportError("GMStoPLX : read_binary - Unsupported Version number %d in %s\n", version,
                                 path_);
                 return false;

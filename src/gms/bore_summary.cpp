@@ -3,20 +3,9 @@
 #include "formats/word_lines.h"
 #include "gms/callbacks.h"
 #include "gms/dataset_summary.h"
+#include "gms/names.h"
 
 namespace plx {
-
-namespace {
-
-/// Goes to the next line with this first word.
-bool find_line(WordLines& lines, std::string_view word) {
-    while (lines.next()) {
-        if (lines.word(0) == word) return true;
-    }
-    return false;
-}
-
-}  // namespace
 
 void describe_bores(const std::string& path, std::vector<GmsObjectSummary>& out) {
     WordLines lines;
@@ -24,13 +13,13 @@ void describe_bores(const std::string& path, std::vector<GmsObjectSummary>& out)
         GMS_ReportError("Borehole file %s cannot be opened\n", path.c_str());
         return;
     }
-    while (find_line(lines, "BEGH") && lines.next()) {
+    while (lines.find("BEGH") && lines.next()) {
         GmsObjectSummary bore;
         bore.type = "borehole";
         bore.name = lines.word(1);
         bore.file = last_component(path);
         int announced = 0;
-        if (!find_line(lines, "CONT")) return;
+        if (!lines.find("CONT")) return;
         lines.integer(1, announced);
         while (bore.points < announced && lines.next() && !lines.word(3).empty()) ++bore.points;
         const bool complete = bore.points >= announced;
@@ -49,7 +38,7 @@ void describe_materials(const std::string& path, std::vector<GmsMaterialSummary>
         GMS_ReportError("Material file %s cannot be opened\n", path.c_str());
         return;
     }
-    while (find_line(lines, "MN")) {
+    while (lines.find("MN")) {
         GmsMaterialSummary material;
         if (!lines.integer(1, material.number)) {
             GMS_ReportError("Material file %s has a line MN without a number\n", path.c_str());

@@ -1,9 +1,10 @@
 #include "gms/builder_output.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "core/ascii_text.h"
 #include "gms/callbacks.h"
+#include "gms/names.h"
 #include "platform/host_path.h"
 #include "platform/platform.h"
 
@@ -21,8 +22,12 @@ bool stays_in(const std::string& folder, const std::string& name) {
 
 }  // namespace
 
+void report_separator() {
+    GMS_ReportStatus("____________________________________________________________\n");
+}
+
 void announce_build(const char* announcement) {
-    GMS_ReportStatus("%s\n", std::string(60, '_').c_str());
+    report_separator();
     GMS_ReportStatus("%s", announcement);
 }
 
@@ -36,10 +41,8 @@ std::string output_folder(const GMStoPLX& owner, const char* subfolder) {
 }
 
 std::string clean_name(std::string name) {
-    std::replace(name.begin(), name.end(), ' ', '_');
-    std::replace(name.begin(), name.end(), '\t', '_');
     std::erase(name, '"');
-    return name;
+    return one_word(std::move(name));
 }
 
 std::string last_with_extension(const std::vector<String>& paths, std::string_view extension) {

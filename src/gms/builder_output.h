@@ -13,7 +13,9 @@
 /// What all builders share in announcing themselves and writing files.
 namespace plx {
 
-/// Sends the line of 60 underscores and the announcement.
+/// Sends a line of 60 underscores.
+void report_separator();
+/// Sends the separator and the announcement.
 void announce_build(const char* announcement);
 /// Stored path of the folder that a builder writes to, without a separator at its end: the destination, or
 /// its subfolder ("TINS"), which is made when it is missing. Empty when there is no destination.

@@ -6,11 +6,12 @@
 #include <cstddef>
 #include <limits>
 
+#include "gms/data_column.h"
+#include "gms/names.h"
+
 namespace plx {
 
 namespace {
-
-constexpr double kMissing = -1.0e9;
 
 GmsDatasetSummary describe(const GMSDataSet& dataset) {
     GmsDatasetSummary summary;
@@ -39,13 +40,8 @@ const char* gms_type_word(int object_type) {
     return kWords[known ? static_cast<std::size_t>(object_type) : 0];
 }
 
-std::string last_component(std::string_view path) {
-    const std::size_t separator = path.find_last_of("/\\");
-    return std::string(separator == std::string_view::npos ? path : path.substr(separator + 1));
-}
-
 void ValueRange::add(double value) {
-    if (!std::isfinite(value) || value == kMissing) return;
+    if (!std::isfinite(value) || value == kMissingValue) return;
     min_ = any_ ? std::min(min_, value) : value;
     max_ = any_ ? std::max(max_, value) : value;
     any_ = true;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "plxutils/gms/GMStoPLX.h"
@@ -11,8 +10,6 @@ namespace plx {
 
 /// "tin" to "scat3d" for 1 to 8; empty for other codes.
 const char* gms_type_word(int object_type);
-/// The last part of a path with either separator.
-std::string last_component(std::string_view path);
 
 /// Widens the range of a summary by values of a first component, leaving out what is missing.
 class ValueRange {

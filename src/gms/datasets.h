@@ -9,6 +9,9 @@
 /// Readers of GMS dataset files. Failures go to the error hook.
 namespace plx {
 
+/// What a binary file begins with: its version, or the length of its first record.
+inline constexpr int kBinaryVersion = 3000, kFirstRecord = 28;
+
 using DataSetList = std::vector<std::unique_ptr<GMSDataSet>>;
 
 /// Append every dataset of a file to the list as soon as it begins; what was read before a failure stays.

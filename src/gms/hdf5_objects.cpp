@@ -7,10 +7,10 @@
 #include <limits>
 #include <new>
 
+#include "gms/names.h"
+
 namespace plx {
 namespace {
-
-constexpr double kMissing = -1.0e9;
 
 /// Reads a dataset, or says which one could not be read and what was wanted.
 template <class T>
@@ -54,11 +54,6 @@ std::vector<double> column(const Hdf5Array<double>& table, std::size_t index) {
     return values;
 }
 
-int zero_based(int number) {
-    return static_cast<int>(
-        std::max<std::int64_t>(std::int64_t{number} - 1, std::numeric_limits<int>::min()));
-}
-
 bool read_triangles(Hdf5Id group, std::vector<std::array<int, 3>>& triangles, std::string& problem) {
     Hdf5Array<int> table;
     if (!read_table(group, "Elements/Nodeids", 3, table, problem)) return false;
@@ -79,13 +74,6 @@ bool within_memory(std::string& problem, Read read) {
         problem = "not enough memory";
         return false;
     }
-}
-
-// A blank would begin another word in the files that list these names.
-std::string one_word(std::string name) {
-    std::replace_if(
-        name.begin(), name.end(), [](char c) { return c == ' ' || c == '\t'; }, '_');
-    return name;
 }
 
 /// Makes the counts add up to `contacts`: later bores get what is left, and the last one what is too many.
@@ -150,7 +138,7 @@ bool read_hdf5_values(Hdf5Id datasets, const std::string& name, std::size_t coun
     const std::size_t known = std::min(count, table.values.size() - first);
     try {
         // Only these are kept: a table holds every time step.
-        values.assign(count, kMissing);
+        values.assign(count, kMissingValue);
     } catch (const std::bad_alloc&) {
         return false;
     }

@@ -8,8 +8,6 @@
 namespace plx {
 namespace {
 
-constexpr double kMissing = -1.0e9;
-
 FieldHeader tin_header(const GmsTin& tin) {
     FieldHeader header;
     header.comment = "GMStoPLX generated .pff file";
@@ -83,7 +81,7 @@ std::vector<DataColumn> columns_of_group(const GMStoPLX& owner, std::size_t coun
 }
 
 DataColumn column_of(const GMStoPLX& owner, const GMSDataSet& dataset, std::size_t count) {
-    DataColumn column{dataset.name, std::vector<double>(count, kMissing)};
+    DataColumn column{dataset.name, std::vector<double>(count, kMissingValue)};
     const TimeStep* step = owner.StepOf(dataset);
     if (step == nullptr || step->components < 1) return column;
     const std::size_t known = std::min(count, static_cast<std::size_t>(std::max(step->numValues, 0)));

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "gms/builder_output.h"
 #include "gms/builder_run.h"
 #include "gms/callbacks.h"
 #include "gms/project_path.h"
@@ -69,7 +70,7 @@ void report_options(const GMStoPLX& owner) {
         GMS_ReportStatus("Xmin:\t%15.4lf\tYmin:\t%15.4lf\n", owner.xmin, owner.ymin);
         GMS_ReportStatus("Xmax:\t%15.4lf\tYmax:\t%15.4lf\n", owner.xmax, owner.ymax);
     }
-    GMS_ReportStatus("____________________________________________________________\n");
+    plx::report_separator();
     GMS_ReportStatus("Parsing Project file.\n\n");
 }
 

@@ -4,6 +4,7 @@
 #include "gms/bore_summary.h"
 #include "gms/callbacks.h"
 #include "gms/dataset_summary.h"
+#include "gms/names.h"
 #include "gms/project_lines.h"
 #include "gms/project_summary.h"
 #include "plxutils/core/VXFile.h"

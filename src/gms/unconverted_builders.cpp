@@ -1,5 +1,7 @@
 #include "formats/hdf5_reader.h"
+#include "gms/builder_output.h"
 #include "gms/callbacks.h"
+#include "gms/names.h"
 #include "plxutils/gms/GMStoPLX.h"
 
 namespace {
@@ -8,9 +10,8 @@ namespace {
 std::string names_of(const std::vector<String>& paths) {
     std::string names;
     for (const String& path : paths) {
-        const std::string text = path.c_str();
         if (!names.empty()) names += ", ";
-        names += text.substr(text.find_last_of("\\/") + 1);
+        names += plx::last_component(path.c_str());
     }
     return names;
 }
@@ -22,7 +23,7 @@ void tell_unconverted(const FileBuilder& builder, const char* what) {
     if (!some) return;
     const std::string where =
         owner.hdf5Project ? plx::hdf5_path(owner.currentGroup) : names_of(builder.sourceFiles);
-    GMS_ReportStatus("%s\n", std::string(60, '_').c_str());
+    plx::report_separator();
     GMS_ReportStatus("%s are not converted yet: %s\n", what, where.c_str());
 }
 
