@@ -1,6 +1,7 @@
 #include "converters/unit_streams.h"
 
 #include <algorithm>
+#include <set>
 
 #include "formats/name_file.h"
 #include "platform/host_path.h"
@@ -73,9 +74,42 @@ TextSource* UnitStreams::open(const std::string& name) {
     return opened_text_.get();
 }
 
+std::string UnitStreams::folder_of(const TextSource& text) const {
+    for (const auto& [number, path] : paths_) {
+        const auto found = texts_.find(file(number));
+        if (found != texts_.end() && found->second.get() == &text)
+            return path.substr(0, std::min(path.find_last_of("/\\"), path.size()));
+    }
+    return folder_();
+}
+
+Hdf5Id UnitStreams::hdf5_file(const std::string& name, const TextSource& from) {
+    constexpr std::size_t kMostOpen = 4;
+    for (const std::string& folder : {folder_of(from), folder_()}) {
+        const std::string path = resolve_beside(String(folder.c_str()), name);
+        const auto open =
+            std::find_if(hdf5_.begin(), hdf5_.end(), [&](const OpenHdf5& one) { return one.path == path; });
+        if (open != hdf5_.end()) return open->file.id();
+        Hdf5Handle file = open_hdf5_file(path.c_str());
+        if (!file) continue;
+        if (hdf5_.size() == kMostOpen) hdf5_.erase(hdf5_.begin());
+        hdf5_.push_back({path, std::move(file)});
+        return hdf5_.back().file.id();
+    }
+    return -1;
+}
+
 long long UnitStreams::most_cells() const {
     constexpr long long kFree = 5'000'000, kCellsPerByte = 16;
     long long bytes = 0;
+    // The grid's size is read before the first array names its HDF5 file, which is called like the inputs.
+    std::set<std::string> arrays;
+    for (const OpenHdf5& open : hdf5_) arrays.insert(open.path);
+    for (const auto& [number, path] : paths_) arrays.insert(path.substr(0, path.rfind('.')) + ".h5");
+    for (const std::string& path : arrays) {
+        const std::unique_ptr<std::FILE, Closer> stored(platform::open_file(path.c_str(), "rb"));
+        if (stored) bytes += std::max<std::int64_t>(platform::file_size(stored.get()), 0);
+    }
     for (const auto& [number, path] : paths_)
         bytes += std::max<std::int64_t>(platform::file_size(file(number)), 0);
     return std::min(kFree + kCellsPerByte * bytes, kMaxCells);

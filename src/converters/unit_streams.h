@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "formats/array_record.h"
 #include "formats/text_source.h"
@@ -42,6 +43,9 @@ public:
 
     TextSource* unit(int number) override;
     TextSource* open(const std::string& name) override;
+    /// A file that is not beside the input is looked for in the folder of OPEN/CLOSE files. The last few stay
+    /// open: all arrays of a model are in one file as a rule.
+    Hdf5Id hdf5_file(const std::string& name, const TextSource& from) override;
     /// A model's arrays and results hold at least some bytes for each cell, once it is larger than constants
     /// alone are good for.
     long long most_cells() const override;
@@ -50,7 +54,12 @@ private:
     struct Closer {
         void operator()(std::FILE* f) const { std::fclose(f); }
     };
+    struct OpenHdf5 {
+        std::string path;
+        Hdf5Handle file;
+    };
     void close_unit(int number);
+    std::string folder_of(const TextSource& text) const;
 
     VX1DArray<std::FILE*>& files_;
     std::function<std::string()> folder_;
@@ -58,6 +67,7 @@ private:
     std::map<std::FILE*, std::unique_ptr<TextSource>> texts_;
     std::unique_ptr<std::FILE, Closer> opened_;
     std::unique_ptr<TextSource> opened_text_;
+    std::vector<OpenHdf5> hdf5_;
 };
 
 }  // namespace plx

@@ -1,6 +1,7 @@
 #include "formats/array_control.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <optional>
 
@@ -15,6 +16,7 @@ namespace {
 using Form = ArrayControl::Form;
 
 constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kHdf5 = "HDF5";
 
 /// The value before a format that touches it: "1.0(FREE)".
 double before_parenthesis(std::string_view word) { return to_double(word.substr(0, word.find('('))); }
@@ -69,6 +71,45 @@ bool whole_field(std::string_view field) {
     return whole_field(field, ignored);
 }
 
+/// Takes a word off a line: quoted, when it may hold anything, or up to a blank, tab or comma.
+std::string take_word(std::string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t,"), text.size()));
+    if (text.empty() || text.front() == '#') return {};
+    const bool quoted = text.front() == '"' || text.front() == '\'';
+    if (quoted) {
+        const char quote = text.front();
+        text.remove_prefix(1);
+        const std::string_view word = text.substr(0, text.find(quote));
+        text.remove_prefix(std::min(word.size() + 1, text.size()));
+        return std::string(word);
+    }
+    const std::string_view word = text.substr(0, text.find_first_of(" \t,"));
+    text.remove_prefix(word.size());
+    return std::string(word);
+}
+
+bool take_size(std::string_view& text, std::size_t& size) {
+    const std::string word = take_word(text);
+    const char* last = word.data() + word.size();
+    const auto [end, error] = std::from_chars(word.data(), last, size);
+    return error == std::errc() && end == last;
+}
+
+/// The number of axes, then first index and length on each; nothing at all means the whole dataset.
+bool take_slab(std::string_view text, Hdf5Slab& slab) {
+    constexpr std::size_t kMostAxes = 32;
+    std::string_view ahead = text;
+    std::size_t axes = 0, start = 0, count = 0;
+    if (take_word(ahead).empty()) return true;
+    if (!take_size(text, axes) || axes < 1 || axes > kMostAxes) return false;
+    for (std::size_t i = 0; i < axes; ++i) {
+        if (!take_size(text, start) || !take_size(text, count)) return false;
+        slab.start.push_back(start);
+        slab.count.push_back(count);
+    }
+    return true;
+}
+
 class ControlReader {
 public:
     ControlReader(TextSource& in, ArrayStreams& streams, const TextRules& rules, TextRules& used,
@@ -94,6 +135,7 @@ public:
         if (same_word(keyword, "INTERNAL")) return internal(keyword, words);
         if (same_word(keyword, "EXTERNAL")) return external(keyword, words);
         if (same_word(keyword, "OPEN/CLOSE")) return open_close(keyword, words);
+        if (rules_.hdf5_records && same_word(keyword, kHdf5)) return hdf5(keyword);
         return fixed(keyword, words);
     }
 
@@ -166,6 +208,35 @@ private:
         return use_source(streams_.open(name), "cannot open " + name);
     }
 
+    bool hdf5(const std::string& keyword) {
+        std::string_view rest = std::string_view(line_).substr(taken());
+        const std::string multiplier = take_word(rest), flag = take_word(rest), file = take_word(rest);
+        control_.dataset = take_word(rest);
+        const std::string slab(trimmed(rest, kBlanks));
+        std::printf("[%s\t%s\t%s\t%s\t%s\t%s]\n", keyword.c_str(), multiplier.c_str(), flag.c_str(),
+                    file.c_str(), control_.dataset.c_str(), slab.c_str());
+        if (!whole_field(multiplier, control_.value)) {
+            report("\"" + multiplier + "\" is not a number, 1 is used");
+            control_.value = 1.0;
+        }
+        if (control_.value == 0.0) control_.value = 1.0;
+        if (control_.dataset.empty()) return missing("a file and a dataset are missing in an HDF5 record");
+        if (!take_slab(rest, control_.slab)) {
+            return missing("\"" + slab + "\" is no part of a dataset (axes, then start and count of each)");
+        }
+        control_.hdf5 = streams_.hdf5_file(file, in_);
+        if (control_.hdf5 < 0) return missing("cannot open " + file + " as an HDF5 file");
+        control_.place = place_ + ": " + file;
+        control_.form = Form::kHdf5;
+        return true;
+    }
+
+    bool missing(const std::string& fault) {
+        control_.form = Form::kMissing;
+        report(fault);
+        return false;
+    }
+
     bool fixed(const std::string& keyword, LineWords& words) {
         std::printf("[%s\t", keyword.c_str());
         int unit = to_int(keyword);
@@ -181,9 +252,11 @@ private:
             multiplier_and_format(words);
         }
         if (!columns && !whole_field(keyword)) {
-            report("\"" + keyword + "\" is no array record");
-            control_.form = Form::kMissing;
-            return false;
+            return missing(
+                same_word(keyword, kHdf5)
+                    ? "HDF5 arrays belong to GMS models, which are given by their super file (.mfs) "
+                      "or project (.gpr)"
+                    : "\"" + keyword + "\" is no array record");
         }
         if (unit == 0 && rules_.unit_zero_is_constant) {
             used_.unit_zero_is_constant = true;
@@ -239,10 +312,7 @@ private:
 
     bool use_source(TextSource* source, const std::string& fault) {
         control_.source = source;
-        if (source) return true;
-        control_.form = Form::kMissing;
-        report(fault);
-        return false;
+        return source != nullptr || missing(fault);
     }
 
     void report(const std::string& fault) { problems_.push_back(place_ + ": " + fault + " (" + what_ + ")"); }
@@ -268,7 +338,7 @@ bool read_array_control(TextSource& in, ArrayStreams& streams, const TextRules& 
 
 bool is_array_keyword(std::string_view word) {
     return same_word(word, "CONSTANT") || same_word(word, "INTERNAL") || same_word(word, "EXTERNAL") ||
-           same_word(word, "OPEN/CLOSE");
+           same_word(word, "OPEN/CLOSE") || same_word(word, kHdf5);
 }
 
 }  // namespace plx

@@ -13,7 +13,7 @@ namespace plx {
 bool read_array_control(TextSource& in, ArrayStreams& streams, const TextRules& rules, TextRules& used,
                         const std::string& what, ArrayControl& control, Problems& problems);
 
-/// True for CONSTANT, INTERNAL, EXTERNAL and OPEN/CLOSE in any case.
+/// True for CONSTANT, INTERNAL, EXTERNAL, OPEN/CLOSE and HDF5 in any case.
 bool is_array_keyword(std::string_view word);
 
 }  // namespace plx

@@ -40,22 +40,30 @@ bool take_plain_number(TextSource& in, double& value, WordEnd& end) {
     return true;
 }
 
-ArrayFindings read_words(TextSource& in, const ArrayData& data, bool skip_empty, bool tab_separates) {
+bool is_number(const std::string& word) {
+    const char* const end = word.data() + word.size();
+    double value = 0.0;
+    return word.empty() || parse_double(word.data(), end, value) == end;
+}
+
+ArrayFindings read_words(TextSource& in, const ArrayData& data, const TextRules& rules) {
     ArrayFindings findings;
     WordStyle style;
-    style.tab_separates = tab_separates;
+    style.tab_separates = rules.tab_separates;
     style.tab_met = &findings.tabs;
     std::string word;
     WordEnd end = WordEnd::kEndOfLine;
     for (double& value : data.values) {
         if (!take_plain_number(in, value, end)) {
             end = read_word(in, word, style);
-            while (skip_empty && word.empty() && end != WordEnd::kEndOfFile) {
+            while (rules.skip_empty_words && word.empty() && end != WordEnd::kEndOfFile) {
                 findings.empty_words = true;
                 end = read_word(in, word, style);
             }
             if (end == WordEnd::kEndOfFile && word.empty()) return findings;
             value = to_double(word);
+            if (rules.check_words && !is_number(word))
+                findings.note_bad_word(word, in.line() - (end == WordEnd::kEndOfLine ? 1 : 0));
         }
         value *= data.multiplier;
         ++findings.found;
@@ -128,13 +136,21 @@ std::size_t least_bytes(const ArrayControl& control, const ArrayReader::Shape& s
     }
 }
 
+/// Zeros that stand for an array that an HDF5 file does not hold: the rest of the model may still be of use.
+/// A larger array is rather a wrong size of the grid, and no memory is taken for it.
+constexpr std::size_t kMostMadeUp = 1'000'000;
+
+std::string hdf5_problem(const ArrayControl& control, const std::string& fault, const std::string& what) {
+    return control.place + ": " + fault + " (" + what + ")";
+}
+
 }  // namespace
 
 bool read_array_words(TextSource& in, std::span<double> values, double multiplier, const TextRules& rules,
                       TextRules& used) {
     std::fill(values.begin(), values.end(), 0.0);
     const ArrayData data{values, 1, multiplier};
-    const ArrayFindings findings = read_words(in, data, rules.skip_empty_words, rules.tab_separates);
+    const ArrayFindings findings = read_words(in, data, rules);
     used.skip_empty_words |= findings.empty_words;
     used.tab_separates |= findings.tabs;
     return findings.found == values.size();
@@ -145,6 +161,11 @@ bool ArrayReader::read_control(const std::string& what, ArrayControl& control) {
 }
 
 bool ArrayReader::has_room(const ArrayControl& control, const Shape& shape) {
+    if (control.form == Form::kHdf5 && shape.count > kMostMadeUp) {
+        const std::string fault = hdf5_slab_fault(control.hdf5, control.dataset, control.slab, shape.count);
+        if (!fault.empty()) problems_.push_back(hdf5_problem(control, fault, shape.what));
+        return fault.empty();
+    }
     if (!control.source || shape.count == 0) return true;
     const auto room = static_cast<std::size_t>(control.source->remaining());
     if (least_bytes(control, shape) <= room) return true;
@@ -165,11 +186,23 @@ ArrayFindings ArrayReader::read_findings(const ArrayControl& control, const Arra
         case Form::kBinary:
             return read_binary(source, data, target.whole);
         default:
-            return read_words(source, data, rules_.skip_empty_words, rules_.tab_separates);
+            return read_words(source, data, rules_);
     }
 }
 
+bool ArrayReader::read_hdf5(const ArrayControl& control, const ArrayTarget& target) {
+    const std::string fault = read_hdf5_slab(control.hdf5, control.dataset, control.slab, target.values);
+    if (!fault.empty()) {
+        std::fill(target.values.begin(), target.values.end(), 0.0);
+        problems_.push_back(hdf5_problem(control, fault, target.what));
+    } else if (control.value != 1.0) {
+        for (double& value : target.values) value *= control.value;
+    }
+    return fault.empty();
+}
+
 bool ArrayReader::read_values(const ArrayControl& control, const ArrayTarget& target) {
+    if (control.form == Form::kHdf5) return read_hdf5(control, target);
     const double fill = control.form == Form::kConstant ? control.value : 0.0;
     std::fill(target.values.begin(), target.values.end(), fill);
     if (!control.source) return control.form == Form::kConstant;
@@ -196,6 +229,7 @@ bool ArrayReader::read(const Shape& shape, std::vector<double>& values) {
     const bool found = read_control(shape.what, control);
     ended_ = found ? !has_room(control, shape) : control.form == Form::kEnded;
     if (ended_) return false;
+    if (shape.unused && control.form == Form::kHdf5) return true;
     values.resize(shape.count);
     return read_values(control, {values, shape.columns, shape.whole, shape.what}) && found;
 }

@@ -6,6 +6,7 @@
 
 #include "formats/fortran_format.h"
 #include "formats/grid_geometry.h"
+#include "formats/hdf5_reader.h"
 #include "formats/problems.h"
 #include "formats/text_source.h"
 
@@ -20,6 +21,8 @@ struct TextRules {
     bool zero_multiplier_is_one = false;  ///< a multiplier 0 in unit, EXTERNAL and OPEN/CLOSE records means 1
     bool obey_formats = false;            ///< the control record's Fortran format decides how values are cut
     bool tab_separates = false;           ///< a tab separates words like a blank
+    bool hdf5_records = false;            ///< the keyword HDF5 announces an array in an HDF5 file
+    bool check_words = false;             ///< a word that is no number is a problem (plain: it is 0)
 };
 
 /// Other streams that an array record may name.
@@ -32,6 +35,9 @@ public:
     /// Opens a file named in an OPEN/CLOSE record, relative to the project's folder; null when it cannot be
     /// opened. The source lives until the next call.
     virtual TextSource* open(const std::string& name) = 0;
+    /// The HDF5 file that a record of `from` names, relative to the folder of that input; negative when it
+    /// cannot be opened. It stays open at least until the next call.
+    virtual Hdf5Id hdf5_file(const std::string& /*name*/, const TextSource& /*from*/) { return -1; }
     /// The largest grid that the files of the model can be meant for: a few lines of constants may announce
     /// any.
     virtual long long most_cells() const { return kMaxCells; }
@@ -47,7 +53,9 @@ struct ArrayTarget {
 /// Reads one array-control record and the array it announces.
 ///
 /// Source: CONSTANT, INTERNAL, EXTERNAL and OPEN/CLOSE records of MODFLOW 2000 and later, and the older fixed
-/// record of unit, multiplier, format and print flag. The record is traced on standard output. A field that
+/// record of unit, multiplier, format and print flag. With `hdf5_records` also those of GMS: HDF5, multiplier
+/// (0 means 1), print flag, file, dataset and, for a part of it, the number of axes and first index (from 0)
+/// and length on each. The record is traced on standard output. A field that
 /// its line does not hold is empty: the next line is never taken for it. Comment lines before the record are
 /// passed over.
 ///
@@ -68,11 +76,15 @@ bool read_array_words(TextSource& in, std::span<double> values, double multiplie
 
 /// A control record, and where and in which form the array that it announces is found.
 struct ArrayControl {
-    enum class Form { kEnded, kMissing, kConstant, kWords, kListDirected, kFormatted, kBinary };
+    enum class Form { kEnded, kMissing, kConstant, kWords, kListDirected, kFormatted, kBinary, kHdf5 };
     Form form = Form::kMissing;    ///< kEnded: the file ended before the record; kMissing: no such stream
     double value = 0.0;            ///< the constant or the multiplier
     TextSource* source = nullptr;  ///< where the values are
     FortranFormat format;          ///< for kFormatted
+    Hdf5Id hdf5 = -1;              ///< for kHdf5: the open file
+    std::string dataset;           ///< and the dataset's path in it
+    Hdf5Slab slab;                 ///< and the part that is wanted
+    std::string place;             ///< and the record and the file, for problems: "a.dis: line 7: a.h5"
 };
 
 /// Reads arrays one after the other from one file, with everything that they share.
@@ -84,6 +96,7 @@ public:
         int columns = 1;
         bool whole = false;
         std::string what;
+        bool unused = false;  ///< nobody wants the values: those that lie in an HDF5 file are left there
     };
 
     ArrayReader(TextSource& in, ArrayStreams& streams, const TextRules& rules, TextRules& used,
@@ -102,6 +115,7 @@ private:
     bool read_control(const std::string& what, ArrayControl& control);
     bool has_room(const ArrayControl& control, const Shape& shape);
     bool read_values(const ArrayControl& control, const ArrayTarget& target);
+    bool read_hdf5(const ArrayControl& control, const ArrayTarget& target);
     ArrayFindings read_findings(const ArrayControl& control, const ArrayTarget& target);
 
     TextSource& in_;

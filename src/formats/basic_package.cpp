@@ -39,7 +39,7 @@ bool read_layers(TextSource& in, ArrayReader& arrays, const GridSize& size, bool
     bool all = true;
     for (int layer = 0; layer < size.layers; ++layer) {
         const std::string name = what + " of layer " + std::to_string(layer + 1);
-        const bool found = arrays.read({size.per_layer(), size.columns, whole, name}, values);
+        const bool found = arrays.read({size.per_layer(), size.columns, whole, name, !use}, values);
         if (use && !values.empty()) use(layer, values);
         all = all && found;
         if (!found && arrays.ended()) return false;

@@ -139,10 +139,58 @@ bool read_array(Hdf5Id parent, const std::string& path, Hdf5Array<T>& out, Fill 
     return read;
 }
 
+bool holds_numbers(const OpenDataset& source) {
+    const H5T_class_t kind = H5Tget_class(source.type.id());
+    return kind == H5T_INTEGER || kind == H5T_FLOAT || kind == H5T_ENUM;
+}
+
+/// Opens a dataset and checks that the slab is inside and of `count` values; what is wrong, or nothing.
+std::string open_slab(Hdf5Id parent, const std::string& path, const Hdf5Slab& slab, std::size_t count,
+                      OpenDataset& source) {
+    const auto number = [](std::size_t value) { return std::to_string(value); };
+    const auto& shape = source.shape;
+    if (!source.open(parent, path)) {
+        return source.dataset ? path + " announces more than the file can hold"
+                              : "there is no dataset " + path;
+    }
+    if (!holds_numbers(source)) return path + " holds no numbers";
+    std::size_t points = 1;
+    if (slab.count.empty()) {
+        points = source.points;
+    } else if (slab.count.size() != shape.size() || slab.start.size() != shape.size()) {
+        return path + " has " + number(shape.size()) + (shape.size() == 1 ? " axis, " : " axes, ") +
+               number(slab.count.size()) + " expected";
+    }
+    for (std::size_t i = 0; i < slab.count.size(); ++i) {
+        if (slab.start[i] > shape[i] || slab.count[i] > shape[i] - slab.start[i]) {
+            return "the part of " + path + " that is wanted begins at " + number(slab.start[i]) +
+                   " and takes " + number(slab.count[i]) + " of " + number(shape[i]);
+        }
+        points *= slab.count[i];
+    }
+    if (points == count) return {};
+    return path + " holds " + number(points) + " values, " + number(count) + " expected";
+}
+
+bool read_part(const OpenDataset& source, const Hdf5Slab& slab, std::span<double> values) {
+    const auto read = [&](hid_t memory, hid_t file) {
+        return H5Dread(source.dataset.id(), H5T_NATIVE_DOUBLE, memory, file, H5P_DEFAULT, values.data()) >= 0;
+    };
+    if (values.empty()) return true;
+    if (values.size() == source.points) return read(H5S_ALL, H5S_ALL);
+    const std::vector<hsize_t> start(slab.start.begin(), slab.start.end()),
+        count(slab.count.begin(), slab.count.end());
+    const hsize_t length = values.size();
+    const Hdf5Handle file(H5Dget_space(source.dataset.id())), memory(H5Screate_simple(1, &length, nullptr));
+    return file && memory &&
+           H5Sselect_hyperslab(file.id(), H5S_SELECT_SET, start.data(), nullptr, count.data(), nullptr) >=
+               0 &&
+           read(memory.id(), file.id());
+}
+
 template <class T>
 bool read_numbers(const OpenDataset& source, hid_t memory_type, std::vector<T>& values) {
-    const H5T_class_t kind = H5Tget_class(source.type.id());
-    if (kind != H5T_INTEGER && kind != H5T_FLOAT && kind != H5T_ENUM) return false;
+    if (!holds_numbers(source)) return false;
     values.resize(source.points);
     return values.empty() ||
            H5Dread(source.dataset.id(), memory_type, H5S_ALL, H5S_ALL, H5P_DEFAULT, values.data()) >= 0;
@@ -345,6 +393,24 @@ bool read_hdf5(Hdf5Id parent, const std::string& path, Hdf5Array<int>& out) {
 
 bool read_hdf5(Hdf5Id parent, const std::string& path, Hdf5Array<std::string>& out) {
     return read_array(parent, path, out, read_texts);
+}
+
+std::string read_hdf5_slab(Hdf5Id parent, const std::string& path, const Hdf5Slab& slab,
+                           std::span<double> values) {
+    return guarded("there is no memory left for " + path, [&] {
+        OpenDataset source;
+        std::string fault = open_slab(parent, path, slab, values.size(), source);
+        if (fault.empty() && !read_part(source, slab, values))
+            fault = path + " cannot be read, it is damaged";
+        return fault;
+    });
+}
+
+std::string hdf5_slab_fault(Hdf5Id parent, const std::string& path, const Hdf5Slab& slab, std::size_t count) {
+    return guarded("there is no memory left for " + path, [&] {
+        OpenDataset source;
+        return open_slab(parent, path, slab, count, source);
+    });
 }
 
 }  // namespace plx

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -77,5 +78,20 @@ struct Hdf5Array {
 bool read_hdf5(Hdf5Id parent, const std::string& path, Hdf5Array<double>& out);
 bool read_hdf5(Hdf5Id parent, const std::string& path, Hdf5Array<int>& out);
 bool read_hdf5(Hdf5Id parent, const std::string& path, Hdf5Array<std::string>& out);
+
+/// Part of a dataset: first index and length on each axis, the slowest first. Without axes: the whole
+/// dataset.
+struct Hdf5Slab {
+    std::vector<std::size_t> start, count;
+};
+
+/// Reads as many numbers as `values` holds from part of a dataset, in row-major order, converted to doubles.
+/// @return why it cannot be read (no such dataset, not numbers, another number of axes, a slab beyond its
+/// extents
+///         or of another size than `values`), ready for a message; empty when it was read.
+std::string read_hdf5_slab(Hdf5Id parent, const std::string& path, const Hdf5Slab& slab,
+                           std::span<double> values);
+/// What read_hdf5_slab would say of `count` values before it reads any: a look before memory is taken.
+std::string hdf5_slab_fault(Hdf5Id parent, const std::string& path, const Hdf5Slab& slab, std::size_t count);
 
 }  // namespace plx

@@ -5,7 +5,9 @@
 #include <cstring>
 
 #include "support/capture_stdout.h"
+#include "support/hdf5_file.h"
 #include "support/memory_streams.h"
+#include "support/temp_folder.h"
 
 namespace plx {
 namespace {
@@ -21,8 +23,9 @@ struct Read {
 };
 
 /// Reads an array of two rows and two columns.
-Read read(const std::string& text, const TextRules& rules, bool whole = false) {
+Read read(const std::string& text, const TextRules& rules, bool whole = false, Hdf5Id arrays = -1) {
     test::MemoryStreams streams;
+    streams.hdf5 = {{"a b.h5", arrays}};
     streams.units = {{20, "5 6\n7 8\n"}};
     streams.files = {{"data.txt", "1\n2\n3 4\n"}};
     TextSource in = TextSource::of_text(text, "site.dis");
@@ -77,8 +80,12 @@ TEST(ArrayRecord, Trace) {
         {"EXTERNAL 20 1.0(FREE) -1\n", "[EXTERNAL\t20\t1.0(FREE)\t-1]\n"},
         {"OPEN/CLOSE data.txt 1 x\n", "[OPEN/CLOSE\tdata.txt\t1\tx]\n"},
         {"20 1 (FREE)\n", "[20\t1\t(FREE)]\n"},
+        {"Hdf5 1.0 -1 \"a b.h5\" \"Arrays/top1\" 1 0  30 \n",
+         "[Hdf5\t1.0\t-1\ta b.h5\tArrays/top1\t1 0  30]\n"},
     };
-    for (const auto& [text, trace] : cases) EXPECT_EQ(read(text, {}).trace, trace);
+    TextRules rules;
+    rules.hdf5_records = true;
+    for (const auto& [text, trace] : cases) EXPECT_EQ(read(text, rules).trace, trace);
 }
 
 TEST(ArrayRecord, FaultsNamePlaceAndArray) {
@@ -119,6 +126,63 @@ TEST(ArrayRecord, BinaryValuesWithAndWithoutHeader) {
         EXPECT_EQ(read(control + whole_bytes, test::kModelRules, true).values, (Values{2, -2, 0, 14}));
         EXPECT_FALSE(read(control + real_bytes.substr(1), test::kModelRules).found);
     }
+}
+
+Hdf5Handle made_arrays(const test::TempFolder& folder) {
+    const std::string path = folder.file("arrays.h5");
+    {
+        test::Hdf5Writer out(path);
+        out.ints("Arrays/four", {4}, {1, 0, -1, 2});
+        out.doubles("Arrays/six", {3, 2}, {1, 2, 3, 4, 5, 6});
+    }
+    return open_hdf5_file(path.c_str());
+}
+
+TEST(ArrayRecord, Hdf5RecordsOfGmsModels) {
+    const test::TempFolder folder;
+    const Hdf5Handle file = made_arrays(folder);
+    TextRules plain, model = test::kModelRules;
+    plain.hdf5_records = model.hdf5_records = true;
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"1.0 -1 \"a b.h5\" \"Arrays/four\" 1 0 4", "1 0 -1 2"},
+        {"0,-1,'a b.h5',Arrays/four # all", "1 0 -1 2"},
+        {"2.5 -1 \"a b.h5\" /Arrays/six 2 1 2 0 2", "7.5 10 12.5 15"},
+        {"1 -1 \"a b.h5\" Arrays/one", "a b.h5: there is no dataset Arrays/one"},
+        {"1 -1 \"a b.h5\" Arrays/six", "a b.h5: Arrays/six holds 6 values, 4 expected"},
+        {"1 -1 \"a b.h5\" Arrays/six 1 0 4", "a b.h5: Arrays/six has 2 axes, 1 expected"},
+        {"1 -1 \"a b.h5\" Arrays/four 2 0 4",
+         "\"2 0 4\" is no part of a dataset (axes, then start and count of each)"},
+        {"1 -1 none.h5 Arrays/four", "cannot open none.h5 as an HDF5 file"},
+        {"1 -1 \"a b.h5", "a file and a dataset are missing in an HDF5 record"},
+    };
+    for (const auto& [fields, expected] : cases) {
+        SCOPED_TRACE(fields);
+        for (const TextRules& rules : {plain, model}) {
+            const Read result = read("hdf5 " + fields + "\nnext", rules, false, file.id());
+            const std::string problem = result.found ? "" : "site.dis: line 1: " + expected + " (TOP)";
+            EXPECT_EQ(result.problems, result.found ? Problems{} : Problems{problem});
+            EXPECT_EQ(test::text_of(result.values), result.found ? expected : "0 0 0 0");
+            EXPECT_EQ(result.rest, "next");
+        }
+    }
+    EXPECT_NE(read("HDF5 1 -1 x.h5 a\n", {}).problems.at(0).find("belong to GMS models"), std::string::npos);
+}
+
+TEST(ArrayReader, Hdf5ArraysAreCheckedBeforeMemoryAndLeftWhenUnused) {
+    const test::TempFolder folder;
+    const Hdf5Handle file = made_arrays(folder);
+    test::MemoryStreams streams;
+    streams.hdf5 = {{"a.h5", file.id()}};
+    TextSource in = TextSource::of_text("HDF5 1 -1 a.h5 none\nHDF5 1 -1 a.h5 Arrays/four\n", "site.ba6");
+    TextRules rules, used;
+    rules.hdf5_records = true;
+    Problems problems;
+    ArrayReader arrays(in, streams, rules, used, problems);
+    Values values(3);
+    EXPECT_TRUE(arrays.read({4, 4, false, "starting heads", true}, values));
+    EXPECT_FALSE(arrays.read({100'000'000, 10'000, false, "BOTM"}, values));
+    EXPECT_TRUE(values.empty() && arrays.ended());
+    EXPECT_EQ(problems.size(), 1U);
 }
 
 TEST(ArrayReader, HugeArrayInASmallFileIsRefusedBeforeItIsSized) {

@@ -132,6 +132,28 @@ TEST_F(Hdf5Reader, WhatCannotBeReadLeavesNothing) {
     EXPECT_FALSE(read_hdf5(file.id(), "number", texts));
 }
 
+TEST_F(Hdf5Reader, PartsOfDatasets) {
+    const Hdf5Handle file = made([](Hdf5Writer& out) {
+        out.numbers("box", NumberType::kInt32Big, {2, 2, 3}, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
+        out.unwritten("huge", std::uint64_t{1} << 33);
+    });
+    const std::string beyond = "the part of box that is wanted begins at ";
+    const std::vector<std::tuple<const char*, Hdf5Slab, std::vector<double>, std::string>> cases = {
+        {"box", {{0, 1, 1}, {2, 1, 2}}, {5, 6, 11, 12}, ""},
+        {"box", {{0, 1, 2}, {2, 1, 2}}, {0, 0, 0, 0}, beyond + "2 and takes 2 of 3"},
+        {"box",
+         {{~std::size_t{0}, 0, 0}, {2, 1, 1}},
+         {0, 0},
+         beyond + "18446744073709551615 and takes 2 of 2"},
+        {"huge", {{0}, {1}}, {0}, "huge announces more than the file can hold"},
+    };
+    for (const auto& [name, slab, values, fault] : cases) {
+        std::vector<double> read(values.size(), 0.0);
+        EXPECT_EQ(read_hdf5_slab(file.id(), name, slab, read), fault);
+        EXPECT_EQ(read, values) << fault;
+    }
+}
+
 TEST_F(Hdf5Reader, MembersComeInByteOrderWithAnyName) {
     const std::string long_name(3000, 'z');
     const Hdf5Handle file = made([&](Hdf5Writer& out) {

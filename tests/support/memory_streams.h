@@ -14,6 +14,7 @@ class MemoryStreams : public ArrayStreams {
 public:
     std::map<int, std::string> units;
     std::map<std::string, std::string> files;
+    std::map<std::string, Hdf5Id> hdf5;
 
     TextSource* unit(int number) override {
         auto& source = opened_[number];
@@ -29,6 +30,10 @@ public:
         return file_.get();
     }
 
+    Hdf5Id hdf5_file(const std::string& name, const TextSource&) override {
+        return hdf5.contains(name) ? hdf5[name] : -1;
+    }
+
 private:
     std::map<int, std::unique_ptr<TextSource>> opened_;
     std::unique_ptr<TextSource> file_;
@@ -42,7 +47,7 @@ inline std::string text_of(const std::vector<double>& values) {
     return text.str();
 }
 
-/// Every rule on.
+/// Every rule on that serves all models.
 inline constexpr TextRules kModelRules{true, true, true, true, true};
 
 }  // namespace plx::test
