@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "platform/platform.h"
@@ -123,6 +124,24 @@ bool is_folder(const std::string& native) {
     return fs::is_directory(native, error);
 }
 
+/// Entries of a folder that a component may mean besides the exact one, in byte order.
+Parts candidates(const std::string& folder, const std::string& part, bool pattern) {
+    Parts names;
+    if (pattern) {
+        for (const char* dots : {".", ".."})
+            if (matches(dots, part)) names.emplace_back(dots);
+    }
+    std::error_code error;
+    fs::directory_iterator entry(folder.empty() ? "." : folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        std::string name = entry->path().filename().string();
+        const bool wanted = pattern ? matches(name, part) : name != part && equal_without_case(name, part);
+        if (wanted) names.push_back(std::move(name));
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
 /// Searches a path component by component, going back when a choice turns out to lead nowhere.
 class Search {
 public:
@@ -134,6 +153,7 @@ public:
         if (!pattern) {
             if (auto found = go_on(folder, *part, part, end)) return found;
         }
+        if (lookups_ > kMaxLookups) return std::nullopt;
         for (const std::string& name : candidates(folder, *part, pattern)) {
             if (auto found = go_on(folder, name, part, end)) return found;
         }
@@ -147,26 +167,6 @@ private:
         const std::string path = join(folder, name);
         if (!entry_exists(path)) return std::nullopt;
         return find(path, part + 1, end);
-    }
-
-    /// Entries of a folder that a component may mean besides the exact one, in byte order.
-    Parts candidates(const std::string& folder, const std::string& part, bool pattern) const {
-        Parts names;
-        if (lookups_ > kMaxLookups) return names;
-        if (pattern) {
-            for (const char* dots : {".", ".."})
-                if (matches(dots, part)) names.emplace_back(dots);
-        }
-        std::error_code error;
-        fs::directory_iterator entry(folder.empty() ? "." : folder, error);
-        for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-            std::string name = entry->path().filename().string();
-            const bool wanted =
-                pattern ? matches(name, part) : name != part && equal_without_case(name, part);
-            if (wanted) names.push_back(std::move(name));
-        }
-        std::sort(names.begin(), names.end());
-        return names;
     }
 
     bool last_is_pattern_;
@@ -274,6 +274,33 @@ std::string matching_path(std::string_view stored) {
         pattern = has_wildcard(part);
     }
     return find_existing(*place, parts.end(), pattern).value_or("");
+}
+
+std::optional<std::vector<std::string>> matching_folders(std::string_view stored) {
+    if (names_are_native()) return Parts{std::string(stored)};
+    const auto place = take_apart(stored);
+    if (!place) return Parts{};
+    const Parts& parts = place->parts;
+    if (parts.empty()) return Parts{join(place->base(), parts.begin(), parts.end())};
+    std::set<std::string> folders = {place->base()};
+    int lookups = 0;
+    for (PartsEnd part = parts.begin(); part != parts.end(); ++part) {
+        std::set<std::string> below;
+        for (const std::string& folder : folders) {
+            Parts names = candidates(folder, *part, false);
+            names.push_back(*part);
+            for (const std::string& name : names) {
+                if (++lookups > kMaxLookups) return std::nullopt;
+                std::string path = join(folder, name);
+                if (is_folder(path)) below.insert(std::move(path));
+            }
+        }
+        // A remembered folder counts also where the one above it may not be listed.
+        const auto known = spellings().find(lower(join(place->base(), parts.begin(), part + 1)));
+        if (known != spellings().end() && is_folder(known->second)) below.insert(known->second);
+        folders = std::move(below);
+    }
+    return Parts(folders.begin(), folders.end());
 }
 
 std::string with_drive(std::string_view name) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The one place that knows how stored names and native paths belong together.
 ///
@@ -25,6 +27,11 @@ std::string target_path(std::string_view stored);
 /// The native path of the first entry that a directory search for the name finds (see `find_file`); empty for
 /// none.
 std::string matching_path(std::string_view stored);
+
+/// The native paths of all folders in which names below the stored folder are looked for, those that differ
+/// in case only; without wildcards.
+/// @return nothing when they are too many to follow, as with folders linked in circles.
+std::optional<std::vector<std::string>> matching_folders(std::string_view stored);
 
 /// A name with the system drive in front of a leading separator, so that "/data/x" stays absolute when
 /// separators turn. Other names, and every name on Windows, are unchanged.

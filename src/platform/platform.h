@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
+#include <vector>
 
 /// What the library asks of the operating system. There are two implementations, chosen by the build.
 ///
@@ -26,6 +28,11 @@ struct FileFacts {
 /// Looks a name up as a directory search does: "*" and "?" are wildcards in the last component only,
 /// directories count, case does not. Null, empty, the root and a trailing separator are not found.
 FileFacts find_file(const char* stored);
+
+/// Names, in lower case (ASCII letters) and in no order, of everything in a folder; of all folders that the
+/// stored name may mean where they differ in case only. Empty when there is none.
+/// @return nothing when a folder may not be listed, so that names in it can only be tried one by one.
+std::optional<std::vector<std::string>> folder_names(const char* stored);
 
 /// Makes one directory as it is spelt; true also when it is there already. Parents are not made.
 bool make_directory(const char* stored);

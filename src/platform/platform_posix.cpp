@@ -46,6 +46,12 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+std::string lower(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
 bool same_word(std::string_view a, std::string_view b) {
     return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
 }
@@ -110,6 +116,20 @@ FileFacts find_file(const char* stored) {
     found.directory = S_ISDIR(facts.st_mode);
     found.size = found.directory ? 0 : std::int64_t{facts.st_size};
     return found;
+}
+
+std::optional<std::vector<std::string>> folder_names(const char* stored) {
+    const auto folders = stored ? matching_folders(stored) : std::vector<std::string>();
+    if (!folders) return std::nullopt;
+    std::vector<std::string> names;
+    for (const std::string& folder : *folders) {
+        std::error_code error;
+        fs::directory_iterator entry(folder, error);
+        for (; !error && entry != fs::directory_iterator(); entry.increment(error))
+            names.push_back(lower(entry->path().filename().string()));
+        if (error) return std::nullopt;
+    }
+    return names;
 }
 
 bool make_directory(const char* stored) {

@@ -25,6 +25,12 @@ std::string text_of(Fill fill) {
     }
 }
 
+std::string lower(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
 }  // namespace
 
 bool names_are_native() { return true; }
@@ -53,6 +59,25 @@ FileFacts find_file(const char* stored) {
         found.size = static_cast<std::int64_t>(size.QuadPart);
     }
     return found;
+}
+
+std::optional<std::vector<std::string>> folder_names(const char* stored) {
+    std::vector<std::string> names;
+    if (!stored || !*stored) return names;
+    WIN32_FIND_DATAA entry;
+    const HANDLE search = FindFirstFileA((std::string(stored) + "\\*").c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return names;
+        return std::nullopt;
+    }
+    do {
+        names.push_back(lower(entry.cFileName));
+    } while (FindNextFileA(search, &entry));
+    const bool complete = GetLastError() == ERROR_NO_MORE_FILES;
+    FindClose(search);
+    if (!complete) return std::nullopt;
+    return names;
 }
 
 bool make_directory(const char* stored) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "platform/platform.h"
 #include "support/temp_folder.h"
 
@@ -72,12 +74,26 @@ TEST_F(HostPath, RememberedSpellingComesFirst) {
     EXPECT_EQ(found("test\\sub\\a.txt"), "test/sub/a.txt") << "the last spelling counts";
 }
 
+TEST_F(HostPath, FolderIsListedWithItsTwins) {
+    for (const char* name : {"Data/Well.DAT", "DATA/Sub/x", "data.txt"}) folder_.write(name, "");
+    const auto names = [this](const char* rest) {
+        auto listed = folder_names(stored(rest).c_str()).value_or(std::vector<std::string>{"none"});
+        std::sort(listed.begin(), listed.end());
+        return listed;
+    };
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(names("data"), (Names{"sub", "well.dat"}));
+    EXPECT_EQ(names("data\\SUB\\"), Names{"x"});
+    for (const char* rest : {"missing", "data.txt"}) EXPECT_EQ(names(rest), Names{}) << rest;
+}
+
 TEST_F(HostPath, FoldersLinkedInCirclesEndTheSearch) {
     for (const char* name : {"loop", "LOOP", "Loop"})
         std::filesystem::create_symlink(".", folder_.path() / name);
     std::string deep;
     for (int i = 0; i < 30; ++i) deep += "loop\\";
     EXPECT_EQ(found(deep + "missing\\x"), "none");
+    EXPECT_FALSE(folder_names(stored(deep).c_str())) << "names in it must be tried";
 }
 
 TEST(Storable, TellsWhatWouldNotSurvive) {
