@@ -26,7 +26,7 @@ RecordFile* open_link(ModelState& model) {
     }
     bool old_version = false;
     if (!adopt_layout(model, *file, *layout) || !read_link_header(*file, old_version)) return nullptr;
-    model.transport.naming_style = old_version ? 1 : 2;
+    if (old_version) model.transport.naming_style = 1;
     model.flows.files.push_back(std::move(file));
     return model.flows.files.back().get();
 }

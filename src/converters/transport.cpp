@@ -5,20 +5,14 @@
 #include <cstdio>
 #include <limits>
 
+#include "converters/folder_names.h"
+#include "converters/gms_concentrations.h"
 #include "converters/model_state.h"
 #include "formats/concentration_records.h"
 #include "formats/mt3d_settings.h"
-#include "platform/platform.h"
 
 namespace plx {
 namespace {
-
-constexpr int kMostSpecies = 50;
-
-std::string three_digits(int number) {
-    std::string text = std::to_string(number);
-    return std::string(3 - std::min<std::size_t>(text.size(), 3), '0') + text;
-}
 
 const char* message_of(ConcentrationField field) {
     switch (field) {
@@ -54,61 +48,33 @@ std::vector<std::string> names_to_try(const ModelState& model, int number) {
     return {title + digits + ".ucn", title + "." + digits + ".ucn", "mt3d" + digits + ".ucn"};
 }
 
-/// Sets up the reading of an open file; false after a message for one that does not belong to the model.
-bool adopt_species(ModelState& model, const std::string& path, SpeciesFile& species) {
-    const std::string name = display_name(path);
-    species.file = std::make_unique<RecordFile>(species.stream.get(), name);
-    const auto layout = detect_layer_layout(species.stream.get());
-    if (!layout) {
-        model.fail(name + ": byte 0: no concentration record begins here");
-        return false;
-    }
-    if (!adopt_layout(model, *species.file, *layout)) return false;
-    const std::string fault = check_first_concentrations(*species.file, model.size(), species.time_bytes);
-    if (!fault.empty()) model.fail(fault);
-    return fault.empty();
-}
-
-void add_species(ModelState& model, int number) {
-    const String folder = model.factory.project_file.GetDirectoryName();
+void add_species(ModelState& model, const FolderNames& folder, int number) {
     const std::vector<std::string> names = names_to_try(model, number);
+    FolderNames::Opened found = folder.open_first(names);
+    if (!found.stream) {
+        tell_missing(folder, names.front());
+        return;
+    }
+    if (found.tried == 2) model.factory.report.rules_used.result_files_by_content = true;
     SpeciesFile species;
     species.number = number;
-    VXFile tried;
-    for (std::size_t i = 0; i < names.size() && !species.stream; ++i) {
-        tried = VXFile(folder, names[i].c_str());
-        species.stream.reset(platform::open_file(tried.GetFilePath().c_str(), "rb"));
-        if (species.stream && i == 2) model.factory.report.rules_used.result_files_by_content = true;
-    }
-    if (!species.stream) {
-        std::printf("MT3D : Write_File - Error opening %s for input\n",
-                    VXFile(folder, names.front().c_str()).GetFilePath().c_str());
-    } else if (adopt_species(model, tried.GetFilePath().c_str(), species)) {
-        model.transport.species.push_back(std::move(species));
-    }
+    species.stream = std::move(found.stream);
+    if (adopt_species(model, found.path, species)) model.transport.species.push_back(std::move(species));
 }
 
 /// Tells why there is no further time: a file cut within it, or one that ends before the others.
 void tell_end(ModelState& model, const SpeciesFile& species, int layer, std::int64_t position) {
     const RecordFile& file = *species.file;
-    if (layer > 0 || position < file.size()) {
-        model.note(file.place(position) + ": " + "the concentrations of this time are cut short");
-        model.warn(file.name() + ": the transport results end with the last time that is whole");
-        return;
-    }
-    const auto& all = model.transport.species;
-    const bool first = &species == &all.front();
-    const bool others_go_on =
-        std::any_of(all.begin(), all.end(), [](const SpeciesFile& s) { return !s.file->at_end(); });
-    if (first && !others_go_on) return;
-    model.warn(file.name() + ": ends before the other species do, whose later times are left out");
+    const bool cut = layer > 0 || position < file.size();
+    if (cut) model.note(file.place(position) + ": the concentrations of this time are cut short");
+    warn_of_end(model, species, cut);
 }
 
 /// Species are written together, as if all stood at the last one's time.
 void compare_times(ModelState& model, const SpeciesFile& species, float time, float first_time) {
     if (time == first_time || model.transport.told_other_times) return;
     model.transport.told_other_times = true;
-    model.warn(species.file->name() + ": stands at time " + std::to_string(time) +
+    model.warn(species.name() + ": stands at time " + std::to_string(time) +
                " where the first species is at " + std::to_string(first_time));
 }
 
@@ -133,7 +99,67 @@ bool read_layer(ModelState& model, SpeciesFile& species, int layer, double* valu
     return false;
 }
 
+/// Reads a time of one species, a value for each cell; false after a message.
+bool read_species(ModelState& model, SpeciesFile& species, double* values, float& time) {
+    if (species.steps) return read_gms_step(model, species, values, time);
+    const GridSize size = model.size();
+    for (int layer = 0; layer < size.layers; ++layer, values += size.per_layer()) {
+        if (!read_layer(model, species, layer, values, time)) return false;
+    }
+    return true;
+}
+
 }  // namespace
+
+std::string three_digits(int number) {
+    std::string text = std::to_string(number);
+    return std::string(3 - std::min<std::size_t>(text.size(), 3), '0') + text;
+}
+
+void tell_missing(const FolderNames& folders, const std::string& name) {
+    std::printf("MT3D : Write_File - Error opening %s for input\n", folders.first_path(name).c_str());
+}
+
+bool adopt_species(ModelState& model, const std::string& path, SpeciesFile& species) {
+    const std::string name = display_name(path);
+    species.file = std::make_unique<RecordFile>(species.stream.get(), name);
+    const auto layout = detect_layer_layout(species.stream.get());
+    if (!layout) {
+        model.fail(name + ": byte 0: no concentration record begins here");
+        return false;
+    }
+    if (!adopt_layout(model, *species.file, *layout)) return false;
+    const std::string fault = check_first_concentrations(*species.file, model.size(), species.time_bytes);
+    if (!fault.empty()) model.fail(fault);
+    return fault.empty();
+}
+
+void warn_of_end(ModelState& model, const SpeciesFile& species, bool cut) {
+    if (cut) {
+        model.warn(species.name() + ": the transport results end with the last time that is whole");
+        return;
+    }
+    const auto& all = model.transport.species;
+    const bool first = &species == &all.front();
+    const bool others_go_on =
+        std::any_of(all.begin(), all.end(), [](const SpeciesFile& s) { return !s.at_end(); });
+    if (first && !others_go_on) return;
+    model.warn(species.name() + ": ends before the other species do, whose later times are left out");
+}
+
+void read_transport_settings(ModelState& model, const FolderNames& folders) {
+    ConverterFactory& f = model.factory;
+    if (model.transport.settings_read || f.species_names.GetSize() > 0) return;
+    const auto is_set = [&f] { return f.mt3d_project_file.GetFilePath().length() > 0; };
+    if (!is_set() && f.porosity_file.GetFileExtension() == "mts") f.mt3d_project_file = f.porosity_file;
+    if (!is_set() && f.reading_rules.result_files_by_content) {
+        if (const auto beside = folders.find((f.project_file.GetFileTitle() + ".mts").c_str())) {
+            f.mt3d_project_file = VXFile(beside->c_str());
+            f.report.rules_used.result_files_by_content = true;
+        }
+    }
+    if (is_set()) f.parseMTS();
+}
 
 std::vector<std::string> species_file_names(const std::string& title, int number, int style) {
     const std::string digits = three_digits(number);
@@ -145,9 +171,11 @@ std::vector<std::string> species_file_names(const std::string& title, int number
 void find_concentrations(ModelState& model) {
     std::printf("Determing MT3D file names\n");
     model.transport.species.clear();
+    const FolderNames folder({model.factory.project_file.GetDirectoryName()});
+    read_transport_settings(model, folder);
     // A model without cells, of which nothing was read, has no grid that a file could fit.
     if (model.flags.empty() || model.size().cells() == 0) return;
-    for (int number = 1; number <= kMostSpecies; ++number) add_species(model, number);
+    for (int number = 1; number <= kMostSpecies; ++number) add_species(model, folder, number);
 }
 
 bool has_concentrations(const ModelState& model) { return !model.transport.species.empty(); }
@@ -155,7 +183,7 @@ bool has_concentrations(const ModelState& model) { return !model.transport.speci
 int count_transport_times(const ModelState& model) {
     std::int64_t times = has_concentrations(model) ? std::numeric_limits<int>::max() : 0;
     for (const SpeciesFile& species : model.transport.species) {
-        times = std::min(times, species.time_bytes > 0 ? species.file->size() / species.time_bytes : 0);
+        times = std::min(times, species.times());
     }
     return static_cast<int>(times);
 }
@@ -175,9 +203,8 @@ bool read_transport_time(ModelState& model, VXArray<double>& values, float& time
     double* next = values.data;
     float first_time = 0.0F;
     for (SpeciesFile& species : all) {
-        for (int layer = 0; layer < size.layers; ++layer, next += size.per_layer()) {
-            if (!read_layer(model, species, layer, next, time)) return false;
-        }
+        if (!read_species(model, species, next, time)) return false;
+        next += size.cells();
         if (&species == &all.front()) first_time = time;
         compare_times(model, species, time, first_time);
     }
@@ -194,6 +221,7 @@ void ConverterFactory::parseMTS() {
     // Every converter prints this line, whatever its class: hosts look for it.
     std::printf("GMS_HDF5_Converter parseMTS\n");
     plx::ModelState& m = model();
+    m.transport.settings_read = true;
     plx::Mt3dSettings settings;
     if (!plx::read_mt3d_settings(mt3d_project_file, settings, m.problems)) {
         const String name = mt3d_project_file.GetFileName();

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "formats/gms_steps.h"
 #include "formats/record_file.h"
 
 namespace plx {
@@ -17,9 +18,18 @@ struct SpeciesFile {
     };
     int number = 0;  ///< of the species, from 1
     std::unique_ptr<std::FILE, Closer> stream;
-    std::unique_ptr<RecordFile> file;
-    std::int64_t time_bytes =
-        0;  ///< size of the first transport time, all layers; 0 when the file is shorter
+    std::unique_ptr<RecordFile> file;  ///< of an MT3D file; null for one of GMS
+    std::unique_ptr<GmsSteps> steps;   ///< of a GMS dataset file
+    /// Size of an MT3D file's first transport time, all layers; 0 when the file is shorter.
+    std::int64_t time_bytes = 0;
+
+    const std::string& name() const { return steps ? steps->name() : file->name(); }
+    bool at_end() const { return steps ? steps->left() == 0 : file->at_end(); }
+    /// Times that are whole.
+    std::int64_t times() const {
+        if (steps) return steps->count();
+        return time_bytes > 0 ? file->size() / time_bytes : 0;
+    }
 };
 
 /// Transport results of a conversion: one open file per species that was found.
@@ -28,6 +38,7 @@ struct TransportResults {
     /// way.
     int naming_style = 2;
     std::vector<SpeciesFile> species;
+    bool settings_read = false;     ///< parseMTS has run
     std::string time_units;         ///< as the MT3D settings give them; dates follow the flow model's unit
     bool told_other_times = false;  ///< species that stand at different times were warned of
 };

@@ -1,10 +1,12 @@
+#include <array>
 #include <cmath>
 #include <new>
 #include <string>
 
+#include "formats/gms_cards.h"
+#include "formats/number_source.h"
 #include "gms/callbacks.h"
 #include "gms/datasets.h"
-#include "gms/number_source.h"
 #include "gms/project_path.h"
 #include "plxutils/gms/GMStoPLX.h"
 
@@ -68,7 +70,12 @@ GMSDataSet* GMStoPLX::FindDataSet(int index, double key) {
 }
 
 bool GMStoPLX::ReadValue(VXInputFile& file, int size, double& value) {
-    return plx::read_number(file, size, value);
+    const auto width = static_cast<int>(plx::number_width(size));
+    if (width == 0) plx::report_number_size(size);
+    std::array<char, 8> bytes;
+    if (width == 0 || file.ReadRawBytes(bytes.data(), width) < width) return false;
+    plx::widen_numbers(size, bytes.data(), &value, 1);
+    return true;
 }
 
 const TimeStep* GMStoPLX::StepOf(const GMSDataSet& dataset) const {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <new>
 
+#include "formats/gms_cards.h"
 #include "formats/hdf5_reader.h"
 #include "gms/callbacks.h"
 #include "gms/dataset_summary.h"

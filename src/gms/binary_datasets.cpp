@@ -3,16 +3,13 @@
 #include <string>
 #include <utility>
 
+#include "formats/gms_cards.h"
+#include "formats/number_source.h"
 #include "gms/callbacks.h"
 #include "gms/datasets.h"
-#include "gms/number_source.h"
 
 namespace plx {
 namespace {
-
-constexpr int kNameBytes = 40;
-constexpr int kReferenceTimeBytes = 40, kReferenceTextBytes = 36;
-constexpr int kJulianBytes = 8, kTimeUnitBytes = 4;
 
 /// Objects in a plane: their vectors have two components in the files of newer programs.
 bool is_planar(int object_type) {
@@ -68,39 +65,41 @@ private:
         return false;
     }
 
-    int float_code() const { return float_codes_ && float_size_ == 4 ? 6 : float_size_; }
+    int size_of_floats() const { return float_codes_ ? float_code(float_size_) : float_size_; }
 
     bool take_file_card(int card) {
         switch (card) {
-            case 100:
+            case gms_card::kObjectType:
                 return source_.integer(object_type_) || fail_file("Invalid Type in %s");
-            case 110:
+            case gms_card::kFloatSize:
                 return source_.integer(float_size_) || fail_file("Invalid Floating Type size in %s");
-            case 120:
+            case gms_card::kFlagSize:
                 if (!source_.integer(flag_size_)) return fail_file("Invalid status flag size in %s");
                 if (has_markers()) return true;
                 // Deliberate: hosts compare the text, so the blank before its end stays.
                 GMS_ReportError("GMStoPLX : read_binary - Missing block bytes for block 120 \n");
                 return false;
-            case 130:
+            case gms_card::kScalarSet:
                 return take_markers(card) && (read_set(1) || fail_file("Error Parsing Data file : %s"));
-            case 140:
+            case gms_card::kVectorSet:
                 return take_markers(card) && (read_set(3) || fail_file("Error Parsing Data Set : %s"));
             default:
-                if (lenient_ && (card == 240 || card == 250)) return skip_time_card(card);
+                if (lenient_ && (card == gms_card::kJulianTime || card == gms_card::kTimeUnits))
+                    return skip_time_card(card);
                 GMS_ReportError("GMStoPLX : read_binary - Invalid Card [%d] found in %s\n", card, path_);
                 return true;
         }
     }
 
     bool skip(int n, const char* complaint) {
-        std::array<char, kReferenceTimeBytes> ignored;
+        std::array<char, gms_card::kReferenceTimeBytes> ignored;
         return source_.bytes(ignored.data(), n) || fail_set(complaint);
     }
 
     bool skip_time_card(int card) {
-        const bool skipped = card == 240 ? skip(kJulianBytes, "Invalid Julian Reference Time")
-                                         : skip(kTimeUnitBytes, "Invalid Time Units");
+        const bool skipped = card == gms_card::kJulianTime
+                                 ? skip(gms_card::kJulianBytes, "Invalid Julian Reference Time")
+                                 : skip(gms_card::kTimeUnitBytes, "Invalid Time Units");
         return skipped && take_markers(card);
     }
 
@@ -113,8 +112,9 @@ private:
         for (int card = 0; !ended_;) {
             // A program that was stopped has not closed its dataset.
             if (!source_.integer(card)) return lenient_;
-            if (card == 210) return take_end();
-            if (!(card == 200 ? read_step(set, flags) : take_set_card(card, set))) return false;
+            if (card == gms_card::kEndOfSet) return take_end();
+            if (!(card == gms_card::kTimeStep ? read_step(set, flags) : take_set_card(card, set)))
+                return false;
         }
         return true;
     }
@@ -129,28 +129,29 @@ private:
 
     bool take_set_card(int card, GMSDataSet& set) {
         switch (card) {
-            case 150:
+            case gms_card::kVectorType:
                 return take_integer(set.vectorType, "Invalid Vector Type ID") && take_markers(card);
-            case 160:
+            case gms_card::kObjectId:
                 return take_integer(set.objectId, "Invalid Object ID") && take_markers(card);
-            case 170:
+            case gms_card::kValueCount:
                 return take_count(set.numValues, "Invalid Number of data values") && take_markers(card);
-            case 180:
+            case gms_card::kCellCount:
                 return take_count(set.numCells, "Invalid Number of cells") && take_markers(card);
-            case 190:
+            case gms_card::kName:
                 return take_name(set) && take_markers(card);
-            case 195:
+            case gms_card::kReferenceTime:
                 return take_reference_time(set) && take_markers(card);
             // Deliberate: hosts know the markers of this card by the number of the other reference time card.
-            case 197:
-                return skip(kReferenceTextBytes, "Invalid Reference Time") && take_markers(195);
-            case 220:
+            case gms_card::kReferenceText:
+                return skip(gms_card::kReferenceTextBytes, "Invalid Reference Time") &&
+                       take_markers(gms_card::kReferenceTime);
+            case gms_card::kActivity:
                 set.hasActivity = true;
                 return skip_number("Invalid ACTTS Value 0.000000") && take_markers(card);
-            case 230:
+            case gms_card::kMapping:
                 return skip_number("Invalid MAPTS Value 0.000000") && take_markers(card);
-            case 240:
-            case 250:
+            case gms_card::kJulianTime:
+            case gms_card::kTimeUnits:
                 return !lenient_ || skip_time_card(card);
             default:
                 return true;
@@ -166,29 +167,29 @@ private:
     }
 
     bool take_name(GMSDataSet& set) {
-        std::array<char, kNameBytes> name;
-        if (!source_.bytes(name.data(), kNameBytes)) return fail_set("Invalid Object name");
-        set.SetName(name.data(), kNameBytes);
+        std::array<char, gms_card::kNameBytes> name;
+        if (!source_.bytes(name.data(), gms_card::kNameBytes)) return fail_set("Invalid Object name");
+        set.SetName(name.data(), gms_card::kNameBytes);
         return true;
     }
 
     bool take_reference_time(GMSDataSet& set) {
         constexpr const char* kComplaint = "Invalid Reference Time";
         if (!source_.number(8, set.referenceTime)) return fail_set(kComplaint);
-        return skip(kReferenceTimeBytes - 8, kComplaint);
+        return skip(gms_card::kReferenceTimeBytes - 8, kComplaint);
     }
 
     bool skip_number(const char* complaint) {
         double ignored = 0.0;
-        return source_.number(float_code(), ignored) || fail_set(complaint);
+        return source_.number(size_of_floats(), ignored) || fail_set(complaint);
     }
 
     bool read_step(GMSDataSet& set, StepFlags& flags) {
         float_codes_ = true;
         double own_flags = 0.0, time = 0.0;
         if (!source_.number(flag_size_, own_flags)) return fail_set("Invalid Reference Time");
-        if (!source_.number(float_code(), time)) return fail_set("Invalid Time Size Time");
-        if (!take_markers(200)) return false;
+        if (!source_.number(size_of_floats(), time)) return fail_set("Invalid Time Size Time");
+        if (!take_markers(gms_card::kTimeStep)) return false;
         auto made = std::make_unique<TimeStep>(set.components, time);
         TimeStep& step = *made;
         // What was complete is kept by lenient reading, so a step is entered when all of it is there.
@@ -199,7 +200,7 @@ private:
             return fail_set("Invalid Cell Status");
         }
         if (!read_values(set, step)) return false;
-        if (!lenient_) return take_markers(200);
+        if (!lenient_) return take_markers(gms_card::kTimeStep);
         set.timeSteps.Set(std::move(made));
         ended_ = !has_markers();
         return true;
@@ -225,9 +226,9 @@ private:
         while (step.numValues < set.numValues) {
             const int before = step.numValues;
             const std::size_t rows =
-                source_.room_for(static_cast<std::size_t>(set.numValues - before), float_code(), width);
+                source_.room_for(static_cast<std::size_t>(set.numValues - before), size_of_floats(), width);
             double* const out = step.AddRows(static_cast<int>(rows));
-            const std::size_t got = source_.numbers(float_code(), out, rows * width);
+            const std::size_t got = source_.numbers(size_of_floats(), out, rows * width);
             if (planar) spread(out, got / width);
             if (got == rows * width) continue;
             const auto whole = static_cast<int>(got / width);
@@ -250,7 +251,7 @@ private:
         }
     }
 
-    NumberSource source_;
+    NumberSource source_{report_number_size};
     const char* path_;
     DataSetList& list_;
     bool lenient_;
@@ -262,6 +263,8 @@ private:
 };
 
 }  // namespace
+
+void report_number_size(int size) { GMS_ReportError("read_double_value : size %d not supported\n", size); }
 
 bool read_binary_datasets(const char* path, DataSetList& list, bool lenient) {
     return BinaryDatasets(path, list, lenient).read();

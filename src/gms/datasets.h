@@ -9,9 +9,6 @@
 /// Readers of GMS dataset files. Failures go to the error hook.
 namespace plx {
 
-/// What a binary file begins with: its version, or the length of its first record.
-inline constexpr int kBinaryVersion = 3000, kFirstRecord = 28;
-
 using DataSetList = std::vector<std::unique_ptr<GMSDataSet>>;
 
 /// Append every dataset of a file to the list as soon as it begins; what was read before a failure stays.
@@ -19,6 +16,9 @@ using DataSetList = std::vector<std::unique_ptr<GMSDataSet>>;
 /// @throws std::bad_alloc
 bool read_ascii_datasets(const char* path, DataSetList& list, bool lenient);
 bool read_binary_datasets(const char* path, DataSetList& list, bool lenient);
+
+/// Reports a size code that no number has.
+void report_number_size(int size);
 
 /// What steps without flags of their own take from the step before.
 class StepFlags {

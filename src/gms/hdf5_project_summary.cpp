@@ -150,6 +150,8 @@ void describe_hdf5_project(const std::string& stored, GmsProjectSummary& summary
     }
     if (is_hdf5_group(file.id(), "BoreholeModule")) describe_bore_module(file.id(), summary);
     describe_unconverted(file.id(), summary);
+    summary.has_model =
+        static_cast<bool>(open_hdf5_group(file.id(), "3DGridModule/3DGrid 0/MODFLOW Model 0"));
     if (is_hdf5_group(file.id(), "Material")) describe_material_group(file.id(), summary);
 }
 

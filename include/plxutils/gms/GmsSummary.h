@@ -48,6 +48,7 @@ struct GmsProjectSummary {
     std::vector<GmsObjectSummary> objects;
     std::vector<GmsDatasetSummary> datasets;  ///< those that belong to no listed object
     std::vector<GmsMaterialSummary> materials;
+    bool has_model = false;  ///< an HDF5 project holds a MODFLOW model
     /// False when an HDF5 project has materials that its conversion does not see, because they stand behind
     /// its settings.
     bool materials_used = true;

@@ -1,33 +1,16 @@
-#include "gms/number_source.h"
+#include "formats/number_source.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
 
-#include "gms/callbacks.h"
 #include "platform/platform.h"
 
 namespace plx {
 namespace {
 
 constexpr int kGzipMagic[] = {0x1f, 0x8b};
-
-/// Bytes of a number; 0, after a message, for a code that is none.
-std::size_t width_of(int size) {
-    switch (size) {
-        case 1:
-        case 2:
-        case 4:
-        case 8:
-            return static_cast<std::size_t>(size);
-        case 6:
-            return 4;
-        default:
-            GMS_ReportError("read_double_value : size %d not supported\n", size);
-            return 0;
-    }
-}
 
 template <class Number>
 void widen(const char* from, double* to, std::size_t n) {
@@ -38,7 +21,34 @@ void widen(const char* from, double* to, std::size_t n) {
     }
 }
 
-void widen(int size, const char* from, double* to, std::size_t n) {
+/// Length of a plain file; -1 for one that is compressed or cannot be measured.
+std::int64_t plain_length(const char* stored) {
+    const VXFile file(stored);
+    std::FILE* const raw = platform::open_file(file.GetFilePath().c_str(), "rb");
+    if (raw == nullptr) return -1;
+    const bool gzip = std::getc(raw) == kGzipMagic[0] && std::getc(raw) == kGzipMagic[1];
+    const std::int64_t size = gzip ? -1 : platform::file_size(raw);
+    std::fclose(raw);
+    return size;
+}
+
+}  // namespace
+
+std::size_t number_width(int size) {
+    switch (size) {
+        case 1:
+        case 2:
+        case 4:
+        case 8:
+            return static_cast<std::size_t>(size);
+        case 6:
+            return 4;
+        default:
+            return 0;
+    }
+}
+
+void widen_numbers(int size, const char* from, double* to, std::size_t n) {
     switch (size) {
         case 1:
             widen<std::uint8_t>(from, to, n);
@@ -58,25 +68,10 @@ void widen(int size, const char* from, double* to, std::size_t n) {
     }
 }
 
-/// Length of a plain file; -1 for one that is compressed or cannot be measured.
-std::int64_t plain_length(const char* stored) {
-    const VXFile file(stored);
-    std::FILE* const raw = platform::open_file(file.GetFilePath().c_str(), "rb");
-    if (raw == nullptr) return -1;
-    const bool gzip = std::getc(raw) == kGzipMagic[0] && std::getc(raw) == kGzipMagic[1];
-    const std::int64_t size = gzip ? -1 : platform::file_size(raw);
-    std::fclose(raw);
-    return size;
-}
-
-}  // namespace
-
-bool read_number(VXInputFile& file, int size, double& value) {
-    const auto width = static_cast<int>(width_of(size));
-    std::array<char, 8> bytes;
-    if (width == 0 || file.ReadRawBytes(bytes.data(), width) < width) return false;
-    widen(size, bytes.data(), &value, 1);
-    return true;
+std::size_t NumberSource::width_of(int size) const {
+    const std::size_t width = number_width(size);
+    if (width == 0) unknown_size_(size);
+    return width;
 }
 
 bool NumberSource::open(const char* stored) {
@@ -102,7 +97,7 @@ bool NumberSource::number(int size, double& v) {
     const auto width = static_cast<int>(width_of(size));
     std::array<char, 8> number_bytes;
     if (width == 0 || !bytes(number_bytes.data(), width)) return false;
-    widen(size, number_bytes.data(), &v, 1);
+    widen_numbers(size, number_bytes.data(), &v, 1);
     return true;
 }
 
@@ -115,7 +110,7 @@ std::size_t NumberSource::numbers(int size, double* out, std::size_t n) {
         const int got = in_.ReadRawBytes(block_.data(), static_cast<int>(count * width));
         const std::size_t whole = static_cast<std::size_t>(got) / width;
         if (left_ >= 0) left_ = std::max<std::int64_t>(left_ - got, 0);
-        widen(size, block_.data(), out + done, whole);
+        widen_numbers(size, block_.data(), out + done, whole);
         done += whole;
         if (whole < count) return done;
     }

@@ -2,20 +2,27 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <utility>
 #include <vector>
 
 #include "plxutils/core/VXInputFile.h"
 
 namespace plx {
 
-/// Reads a number of a size code (see GMStoPLX::ReadValue).
-bool read_number(VXInputFile& file, int size, double& value);
+/// Bytes of a number of a size code: 1 is an unsigned byte, 2 and 4 are integers, 6 is a 32-bit float, 8 a
+/// double; 0 for a code that is none.
+std::size_t number_width(int size);
+/// Widens n little-endian numbers of a known size code.
+void widen_numbers(int size, const char* from, double* to, std::size_t n);
 
 /// Little-endian numbers of a binary file, one by one and in blocks, with an account of what is left.
 class NumberSource {
 public:
     static constexpr std::size_t kBlock = 64 * 1024;
 
+    /// @param unknown_size  told a size code that is none before a read with it fails.
+    explicit NumberSource(std::function<void(int)> unknown_size) : unknown_size_(std::move(unknown_size)) {}
     bool open(const char* stored);
     bool bytes(void* out, int n);
     /// Leaves v as it was where the file ends.
@@ -28,6 +35,9 @@ public:
     std::size_t room_for(std::size_t wanted, int size, std::size_t count) const;
 
 private:
+    std::size_t width_of(int size) const;
+
+    std::function<void(int)> unknown_size_;
     VXInputFile in_;
     std::int64_t left_ = -1;  ///< -1 when unknown, as of a gzip file
     std::vector<char> block_;
