@@ -5,6 +5,7 @@
 #include "converters/grid_helpers.h"
 #include "converters/model_writer.h"
 #include "converters/project_steps.h"
+#include "converters/transport.h"
 #include "formats/basic_package.h"
 #include "formats/block_centered_flow.h"
 #include "formats/discretization.h"
@@ -71,6 +72,7 @@ void ConverterFactory::parsePROJECT() {
     parseBA6();
     parseBCF();
     plx::scan_results(model());
+    if (out_mt3d) plx::find_concentrations(model());
     std::printf("Project parsed writing to PLX file formats\n");
 }
 

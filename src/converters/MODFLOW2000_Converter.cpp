@@ -1,14 +1,11 @@
 #include "plxutils/converters/MODFLOW2000_Converter.h"
 
-#include <array>
 #include <cstdio>
 
-#include "converters/grid_helpers.h"
+#include "converters/grid_steps.h"
 #include "converters/output_paths.h"
 #include "converters/project_steps.h"
-#include "formats/basic_package.h"
-#include "formats/block_centered_flow.h"
-#include "formats/discretization.h"
+#include "converters/transport.h"
 #include "plxutils/core/VXOutputFile.h"
 
 namespace plx {
@@ -18,18 +15,6 @@ constexpr NameFileTexts kTexts = {
     "Error opening [%s], BA6 data not used.\n", "Error opening [%s], DIS data not used.\n",
     "Error opening [%s], head data not used.\n", "Error opening [%s], cell by cell flow data not used.\n",
     "Error opening [%s], data not used.\n"};
-
-/// HDRY stands in the first record of whichever flow package the model uses.
-void find_dry_head(ModelState& model) {
-    static constexpr std::array<const char*, 5> kPackages = {"BCF6", "LPF", "UPW", "HUF", "HUF2"};
-    for (const NameFileEntry& entry : model.name_entries) {
-        for (const char* package : kPackages) {
-            TextSource* in = entry.type == package ? model.streams.unit(entry.unit) : nullptr;
-            double value = 0.0;
-            if (in != nullptr && read_flow_package_dry_head(*in, value)) model.dry_head = value;
-        }
-    }
-}
 
 /// The log names the model and what could not be read, for users who send it in.
 void create_log(ModelState& model) {
@@ -72,6 +57,7 @@ void MODFLOW2000_Converter::parsePROJECT() {
     parseBA6();
     parsePOR();
     plx::scan_results(model());
+    if (out_mt3d) plx::find_concentrations(model());
     if (by_name_file && keep_log) plx::extend_log(model());
 }
 
@@ -100,19 +86,7 @@ void MODFLOW2000_Converter::parseDIS() {
         m.note("no discretization file (DIS)");
         return;
     }
-    plx::Discretization dis;
-    const bool read = plx::read_discretization(*in, m.streams, m.text_rules(), m.text_used, dis, m.problems);
-    m.note_text_rules();
-    m.report_problems();
-    nper = static_cast<int>(dis.periods.periods.size());
-    if (!read) return;
-    nlay = dis.size.layers;
-    nrow = dis.size.rows;
-    ncol = dis.size.columns;
-    time_units = plx::time_unit_word(dis.time_unit).c_str();
-    length_units = plx::length_unit_word(dis.length_unit).c_str();
-    plx::store_geometry(m, dis.delr, dis.delc, std::move(dis.tops), std::move(dis.bottoms));
-    plx::store_periods(m, std::move(dis.periods));
+    plx::read_grid(m, *in, [&m] { m.report_problems(); });
 }
 
 void MODFLOW2000_Converter::parseBA6() {
@@ -125,23 +99,7 @@ void MODFLOW2000_Converter::parseBA6() {
     plx::ModelState& m = model();
     plx::TextSource* in = plx::text_input(m, bas_unit, "BAS6");
     if (in == nullptr || nlay < 1) return;
-    const plx::Bas6Options options = plx::read_bas6_options(*in);
-    m.free_format = options.free_format;
-    if (options.cross_section) {
-        std::printf("MODFLOW2000-XSECTION option is not supported.\n");
-        report.warnings.push_back("cross sections (XSECTION) are not converted: the mesh is empty");
-        return;
-    }
-    const plx::TextRules rules = m.text_rules();
-    m.flags.resize(m.size());
-    const auto store = [&m](int layer, const std::vector<double>& values) {
-        plx::store_ibound(m, layer, values);
-    };
-    plx::read_ibound(*in, m.streams, rules, m.text_used, m.size(), store, m.problems);
-    m.no_flow_head = plx::read_no_flow_head(*in, rules);
-    m.has_no_flow_head = true;
-    plx::read_starting_heads(*in, m.streams, rules, m.text_used, m.size(), m.problems);
-    m.note_text_rules();
+    plx::read_active_cells(m, *in, "MODFLOW2000-XSECTION option is not supported.\n");
     m.report_problems();
 }
 

@@ -6,7 +6,9 @@ namespace plx {
 
 ModelState::ModelState(ConverterFactory& owner)
     : factory(owner), streams(owner.unit_files, [&owner] {
-          return std::string(owner.project_file.GetDirectoryName().c_str());
+          // The inputs of a GMS model lie beside its super file, which may be in another folder.
+          const bool gms = owner.super_file.GetFilePath().length() > 0;
+          return std::string((gms ? owner.super_file : owner.project_file).GetDirectoryName().c_str());
       }) {}
 
 TextRules ModelState::text_rules() const {
@@ -17,16 +19,20 @@ TextRules ModelState::text_rules() const {
     text.zero_multiplier_is_one = rules.zero_multiplier_is_one;
     text.obey_formats = rules.obey_array_formats;
     text.tab_separates = rules.tab_separates_words;
+    if (gms_files) {
+        // GMS ends its lines with a blank, which is no value by any rules, and a bad number is always told.
+        text.hdf5_records = text.skip_empty_words = text.tab_separates = text.check_words = true;
+    }
     return text;
 }
 
 void ModelState::note_text_rules() {
     ReadingRules& used = factory.report.rules_used;
-    used.skip_empty_words |= text_used.skip_empty_words;
+    used.skip_empty_words |= text_used.skip_empty_words && !gms_files;
     used.unit_zero_is_constant |= text_used.unit_zero_is_constant;
     used.zero_multiplier_is_one |= text_used.zero_multiplier_is_one;
     used.obey_array_formats |= text_used.obey_formats;
-    used.tab_separates_words |= text_used.tab_separates;
+    used.tab_separates_words |= text_used.tab_separates && !gms_files;
 }
 
 void ModelState::report_problems() {

@@ -46,6 +46,7 @@ struct ModelState {
     bool has_no_flow_head = false;
     std::optional<double> dry_head;  ///< HDRY, where the flow package gives it
     bool free_format = false;        ///< FREE in the basic package
+    bool gms_files = false;          ///< the model is one of GMS: HDF5 array records, "ccf" is a flow file
 
     HeadResults heads;
     FlowResults flows;

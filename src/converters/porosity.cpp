@@ -141,7 +141,10 @@ void ConverterFactory::parsePOR() {
         return;
     }
     if (settings.transport_package.empty()) {
-        m.note(std::string(porosity_file.GetFileName().c_str()) + ": names no transport package (BTN)");
+        const std::string fault =
+            std::string(porosity_file.GetFileName().c_str()) + ": names no transport package (BTN)";
+        // Settings without one are whole for a model whose porosity nobody asked for.
+        if (out_porosity) m.note(fault);
         return;
     }
     mt3d_transport_file = VXFile(settings.transport_package.c_str());

@@ -3,22 +3,21 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "converters/transport.h"
 #include "formats/link_records.h"
 #include "platform/platform.h"
 
 namespace plx {
+
+ResultRole role_by_extension(const ModelState& model, const std::string& name) {
+    const std::string extension = name.substr(name.find_last_of('.') + 1);
+    if (extension == "hds" || extension == "hed") return ResultRole::kHeads;
+    if (extension == "cbb" || extension == "bud") return ResultRole::kFlows;
+    return extension == "ccf" && model.gms_files ? ResultRole::kFlows : ResultRole::kNone;
+}
+
 namespace {
 
-enum class Role { kNone, kHeads, kFlows };
-
-/// The converters' plain rule: the extension as it is spelt.
-Role role_by_extension(const std::string& name) {
-    const std::string extension = name.substr(name.find_last_of('.') + 1);
-    if (extension == "hds" || extension == "hed") return Role::kHeads;
-    if (extension == "cbb" || extension == "bud") return Role::kFlows;
-    return Role::kNone;
-}
+using Role = ResultRole;
 
 Role role_by_content(std::FILE* file) {
     if (begins_as_link(file, true)) return Role::kNone;
@@ -37,7 +36,7 @@ Role role_by_content(std::FILE* file) {
 void assign_role(ModelState& model, const NameFileEntry& entry) {
     ConverterFactory& f = model.factory;
     std::FILE* file = model.streams.file(entry.unit);
-    const Role by_name = role_by_extension(entry.name);
+    const Role by_name = role_by_extension(model, entry.name);
     Role role = by_name;
     if (f.reading_rules.result_files_by_content) {
         role = role_by_content(file);
@@ -57,11 +56,11 @@ void assign_role(ModelState& model, const NameFileEntry& entry) {
     }
 }
 
-const char* text_for(const NameFileEntry& entry, const NameFileTexts& texts) {
+const char* text_for(const ModelState& model, const NameFileEntry& entry, const NameFileTexts& texts) {
     if (entry.type == "BAS6") return texts.basic;
     if (entry.type == "DIS") return texts.discretization;
     if (entry.type != "DATA(BINARY)") return texts.other;
-    const Role role = role_by_extension(entry.name);
+    const Role role = role_by_extension(model, entry.name);
     if (role == Role::kHeads) return texts.heads;
     return role == Role::kFlows ? texts.flows : texts.other;
 }
@@ -113,14 +112,14 @@ void take_steps_elsewhere(ModelState& model) {
 
 }  // namespace
 
-bool read_name_entries(ModelState& model) {
+bool read_name_entries(ModelState& model, const char* missing, const char* unopened) {
     ConverterFactory& f = model.factory;
     if (f.name_file.GetFilePath().length() == 0) {
-        std::printf("MODFLOW:: No NAM file detected.\n");
+        std::printf("%s", missing);
         return false;
     }
     if (!read_name_file(f.name_file, model.name_entries)) {
-        std::printf("MODFLOW:: Error opening NAM file.\n");
+        std::printf("%s", unopened);
         model.note(display_name(f.name_file.GetFilePath().c_str()) + ": the name file cannot be opened");
         return false;
     }
@@ -135,7 +134,7 @@ bool read_name_entries(ModelState& model) {
 
 bool open_entry(ModelState& model, const NameFileEntry& entry, const NameFileTexts& texts) {
     if (!model.streams.open_unit(entry.unit, entry.path)) {
-        std::printf(text_for(entry, texts), entry.path.c_str());
+        std::printf(text_for(model, entry, texts), entry.path.c_str());
         const std::string where = display_name(model.factory.name_file.GetFilePath().c_str()) + ": line " +
                                   std::to_string(entry.line) + ": ";
         if (entry.unit < 0 || entry.unit > UnitStreams::kMaxUnit) {
@@ -152,16 +151,16 @@ bool open_entry(ModelState& model, const NameFileEntry& entry, const NameFileTex
     return true;
 }
 
-void scan_results(ModelState& model) {
+void scan_results(ModelState& model, ScanOrder order) {
     ConverterFactory& f = model.factory;
+    if (order == ScanOrder::kFlowsFirst) scan_flow_file(model);
     if (model.streams.file(f.hed_unit) == nullptr) {
         switch_off_heads(model);
     } else if (f.out_head_nodes || f.out_head_cells) {
         f.parseHED_datapos();
     }
-    scan_flow_file(model);
+    if (order == ScanOrder::kHeadsFirst) scan_flow_file(model);
     if (f.reading_rules.steps_from_flow_file) take_steps_elsewhere(model);
-    if (f.out_mt3d) find_concentrations(model);
 }
 
 TextSource* text_input(ModelState& model, int unit, const char* what) {

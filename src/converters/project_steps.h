@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "converters/model_state.h"
 
 namespace plx {
@@ -13,15 +15,24 @@ struct NameFileTexts {
     const char* other;
 };
 
-/// Reads the factory's name file into model.name_entries; false after the prescribed message.
-bool read_name_entries(ModelState& model);
+/// Reads the factory's name file into model.name_entries; false after a message when it is not set or cannot
+/// be opened.
+bool read_name_entries(ModelState& model, const char* missing = "MODFLOW:: No NAM file detected.\n",
+                       const char* unopened = "MODFLOW:: Error opening NAM file.\n");
 
 /// Opens the file of a name-file line at its unit; a binary file's role is noted. False after a message.
 bool open_entry(ModelState& model, const NameFileEntry& entry, const NameFileTexts& texts);
 
-/// Scans heads and flows as far as outputs ask for them and files are there, switches off what cannot be
-/// served, and finds the transport results.
-void scan_results(ModelState& model);
+enum class ResultRole { kNone, kHeads, kFlows };
+/// The converters' plain rule: the extension as it is spelt.
+ResultRole role_by_extension(const ModelState& model, const std::string& name);
+
+/// Which result file is scanned first.
+enum class ScanOrder { kHeadsFirst, kFlowsFirst };
+
+/// Scans heads and flows as far as outputs ask for them and files are there, and switches off what cannot be
+/// served.
+void scan_results(ModelState& model, ScanOrder order = ScanOrder::kHeadsFirst);
 
 /// The unit's text; null after a problem was noted.
 TextSource* text_input(ModelState& model, int unit, const char* what);

@@ -1,32 +1,14 @@
 #include "formats/mt3d_settings.h"
 
 #include <cmath>
-#include <string_view>
 
-#include "core/text_number.h"
+#include "formats/card_words.h"
 #include "formats/name_file.h"
-#include "platform/platform.h"
 #include "plxutils/core/VXFileReader.h"
 
 namespace plx {
 
 namespace {
-
-/// Days since 30 December 1899; not-a-number when there is no such date.
-double date_of_words(const VXFileReader& reader, int first) {
-    platform::CalendarDate date;
-    for (int* part : {&date.year, &date.month, &date.day, &date.hour, &date.minute, &date.second}) {
-        const String word = reader.GetWord(first++);
-        if (word.length() == 0 || word.SpanExcluding("0123456789.").length() != 0) return std::nan("");
-        *part = to_int(word.c_str());
-    }
-    return platform::calendar_to_ole(date);
-}
-
-bool is_whole_number(const String& word) {
-    return word.length() > 0 &&
-           std::string_view(word.c_str()).find_first_not_of("0123456789") == std::string_view::npos;
-}
 
 void read_card(const VXFileReader& reader, const std::string& where, Mt3dSettings& settings,
                Problems& problems) {
@@ -36,8 +18,7 @@ void read_card(const VXFileReader& reader, const std::string& where, Mt3dSetting
     } else if (card == "UNITS") {
         settings.time_units = reader.GetWord(1).c_str();
     } else if (card == "REFTIME") {
-        const int words = reader.WordsFound();
-        const double date = words > 6 ? date_of_words(reader, words - 6) : std::nan("");
+        const double date = date_of_card(reader);
         if (std::isnan(date)) {
             problems.push_back(where + ": REFTIME is no date: " + reader.CurrentLine().c_str());
         } else {
@@ -59,9 +40,7 @@ bool read_mt3d_settings(const VXFile& file, Mt3dSettings& settings, Problems& pr
         const String card = reader.GetWord(0);
         if (card == "CON") cards = false;
         if (card == "BTN") {
-            const bool unit_first = is_whole_number(reader.GetWord(1)) && reader.WordsFound() > 2;
-            const String package = reader.GetWord(unit_first ? 2 : 1);
-            settings.transport_package = resolve_beside(file.GetDirectoryName(), package.c_str());
+            settings.transport_package = resolve_beside(file.GetDirectoryName(), file_of_card(reader));
         } else if (cards) {
             read_card(reader, name + ": line " + std::to_string(reader.CurrentLineNumber()), settings,
                       problems);

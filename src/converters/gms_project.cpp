@@ -1,0 +1,294 @@
+#include "converters/gms_project.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "converters/grid_steps.h"
+#include "converters/project_steps.h"
+#include "core/text_number.h"
+#include "formats/hdf5_reader.h"
+#include "formats/super_file.h"
+#include "platform/host_path.h"
+#include "plxutils/core/VXFileReader.h"
+
+namespace plx {
+namespace {
+
+constexpr const char* kNotFound = "%s file not found\n";
+constexpr const char* kNotOpened = "Error opening file [%s]\n";
+constexpr NameFileTexts kTexts = {kNotOpened, kNotOpened, kNotFound, kNotFound, kNotOpened};
+constexpr const char* kNoNameFile = "MODFLOW : (*.mfn) does not exist.\n";
+constexpr const char* kNameFileSet = "3DGridModule/3DGrid 0/MODFLOW Model 0/Name File";
+
+/// The native path; of what does not exist as much as does, and the rest as it is stored.
+std::string native(const VXFile& file) {
+    const std::string stored = file.GetFilePath().c_str();
+    std::string found = platform::native_path(stored), rest;
+    std::size_t end = stored.size();
+    while (found.empty() && (end = stored.find_last_of('\\', end - 1)) != std::string::npos && end > 0) {
+        rest = stored.substr(end);
+        found = platform::native_path(stored.substr(0, end));
+    }
+    if (found.empty()) return stored;
+    std::replace(rest.begin(), rest.end(), '\\',
+                 static_cast<char>(std::filesystem::path::preferred_separator));
+    return found + rest;
+}
+
+bool is_set(const VXFile& file) { return file.GetFilePath().length() > 0; }
+
+/// The file itself with another extension.
+VXFile with_extension(const VXFile& file, const String& folder, const char* extension) {
+    return VXFile(folder, file.GetFileTitle() + "." + extension);
+}
+
+std::string trimmed_name(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(" \t\r\n"), last = text.find_last_not_of(" \t\r\n");
+    return first == std::string::npos ? std::string() : text.substr(first, last - first + 1);
+}
+
+/// Prints the converters' texts for a super file's cards that hold no numbers.
+void print_faults(const SuperFile& super, const GmsTexts& texts) {
+    for (const SuperFile::Fault& fault : super.faults) {
+        const bool date = fault.kind == SuperFile::Fault::Kind::kDate;
+        std::printf(
+            date ? "MODFLOW : Write_File - Error reading Reference Time! \n%s\n" : texts.bad_placement,
+            fault.line.c_str());
+    }
+}
+
+void store_super_file(ConverterFactory& f, const SuperFile& super) {
+    if (!super.name_file.empty()) f.gms_name_file = VXFile(super.name_file.c_str());
+    if (super.x_reversed) f.x_direction = -1;
+    if (super.y_reversed) f.row_order = -1;
+    if (super.z_reversed) f.z_direction = -1;
+    if (super.origin) {
+        f.x_origin = (*super.origin)[0];
+        f.y_origin = (*super.origin)[1];
+        f.z_origin = (*super.origin)[2];
+    }
+    if (super.rotation) f.rotation = *super.rotation;
+    if (super.start_date) f.start_date = *super.start_date;
+    if (!super.length_units.empty()) f.length_units = super.length_units.c_str();
+    if (!super.time_units.empty()) f.time_units = super.time_units.c_str();
+    int layer = 0;
+    for (const int material : super.materials) f.layer_materials[layer++] = material;
+    if (layer == 0 && super.default_material) f.layer_materials[0] = *super.default_material;
+}
+
+/// Where a problem of an input was found.
+struct BadLine {
+    int number = 0;
+    std::string text;
+};
+
+/// The line that a problem speaks of; the problem itself stands for a line of another file.
+BadLine line_of(const std::string& problem, const std::string& stored) {
+    const std::string name = display_name(stored) + ": line ";
+    if (!problem.starts_with(name)) return {0, problem};
+    BadLine bad{to_int(problem.substr(name.size())), {}};
+    VXFileReader reader;
+    if (!reader.Open(stored.c_str())) return bad;
+    while (reader.CurrentLineNumber() < bad.number && reader.ReadLine("\r\n", false, true, false) >= 0) {
+        bad.text = reader.CurrentLine().c_str();
+    }
+    return bad;
+}
+
+/// True for a problem that has the array's name as a word.
+bool speaks_of(const std::string& problem, std::string_view array) {
+    const auto in_word = [&problem](std::size_t at) {
+        return at < problem.size() && std::isalnum(static_cast<unsigned char>(problem[at])) != 0;
+    };
+    for (std::size_t at = 0; (at = problem.find(array, at)) != std::string::npos; at += array.size()) {
+        if ((at == 0 || !in_word(at - 1)) && !in_word(at + array.size())) return true;
+    }
+    return false;
+}
+
+const char* text_of(const std::string& problem, const GmsTexts& texts) {
+    if (speaks_of(problem, "DELR")) return texts.bad_columns;
+    if (speaks_of(problem, "DELC")) return texts.bad_rows;
+    return speaks_of(problem, "TOP") || speaks_of(problem, "BOTM") ? texts.bad_elevation : nullptr;
+}
+
+void print_bad_grid(ModelState& model, const std::string& stored, const GmsTexts& texts) {
+    for (const std::string& problem : model.problems) {
+        const char* text = text_of(problem, texts);
+        if (text != nullptr) std::printf(text, line_of(problem, stored).text.c_str());
+    }
+}
+
+void print_bad_status(ModelState& model, const std::string& stored) {
+    for (const std::string& problem : model.problems) {
+        if (!speaks_of(problem, "IBOUND")) continue;
+        const BadLine bad = line_of(problem, stored);
+        std::printf("MODFLOW : Write_File - Error reading cell status on line %d!\n%s\n", bad.number,
+                    bad.text.c_str());
+    }
+}
+
+bool is_result(const ModelState& model, const NameFileEntry& entry) {
+    return entry.type == "DATA(BINARY)" && role_by_extension(model, entry.name) != ResultRole::kNone;
+}
+
+/// Notes a result file by its name; where files are known by their contents the first record decides later.
+void mark_result(ModelState& model, const NameFileEntry& entry) {
+    ConverterFactory& f = model.factory;
+    if (f.reading_rules.result_files_by_content) return;
+    const bool heads = role_by_extension(model, entry.name) == ResultRole::kHeads;
+    (heads ? f.hed_unit : f.ccf_unit) = entry.unit;
+    (heads ? f.head_file : f.flow_file) = VXFile(entry.path.c_str());
+}
+
+}  // namespace
+
+bool find_super_file(ModelState& model) {
+    ConverterFactory& f = model.factory;
+    const VXFile& project = f.project_file;
+    Hdf5Array<std::string> text;
+    const Hdf5Handle file = open_hdf5_file(project.GetFilePath().c_str());
+    if (!file) {
+        model.fail(native(project) + ": the project cannot be read as HDF5, dataset \"" + kNameFileSet +
+                   "\"");
+        return false;
+    }
+    if (!read_hdf5(file.id(), kNameFileSet, text) || text.values.empty()) {
+        model.fail(native(project) + ": no text in dataset \"" + kNameFileSet + "\"");
+        return false;
+    }
+    const std::string name = trimmed_name(text.values.front());
+    const VXFile named(resolve_beside(project.GetDirectoryName(), name).c_str());
+    const String extension = named.GetFileExtension();
+    if (name.empty() || (extension != "mfs" && extension != "mfn")) {
+        model.fail(native(project) + ": dataset \"" + kNameFileSet + "\": \"" + name +
+                   "\" is neither a super file (.mfs) nor a name file (.mfn)");
+        return false;
+    }
+    f.super_file = with_extension(named, named.GetDirectoryName(), "mfs");
+    if (f.super_file.FileExists() || !f.reading_rules.result_files_by_content) return true;
+    const VXFile name_file = with_extension(named, named.GetDirectoryName(), "mfn");
+    if (name_file.FileExists()) f.gms_name_file = name_file;
+    return true;
+}
+
+void parse_super_file(ModelState& model, const GmsTexts& texts) {
+    std::printf("%s", texts.super_file);
+    ConverterFactory& f = model.factory;
+    if (!is_set(f.super_file)) {
+        std::printf("MODFLOW:: No mfs file detected.\n");
+        return;
+    }
+    SuperFile super;
+    if (!read_super_file(f.super_file, super, model.problems)) {
+        std::printf("MODFLOW:: Error opening MFS file.\n");
+        const std::string fault = native(f.super_file) + ": the super file cannot be opened";
+        if (is_set(f.gms_name_file)) {
+            model.warn(fault + ": the grid has no place and the model no date");
+        } else {
+            model.fail(fault);
+        }
+        return;
+    }
+    print_faults(super, texts);
+    model.report_problems();
+    const std::string name = display_name(f.super_file.GetFilePath().c_str());
+    if (super.unstructured) {
+        model.fail(name + ": line 1: MFUSGSUP, an unstructured model, whose grid cannot be converted");
+        return;
+    }
+    store_super_file(f, super);
+    if (!is_set(f.gms_name_file)) model.fail(name + ": no card NAME gives the name file");
+}
+
+void parse_gms_name_file(ModelState& model, const GmsTexts& texts) {
+    std::printf("%s", texts.name_file);
+    ConverterFactory& f = model.factory;
+    f.name_file = f.gms_name_file;
+    if (!read_name_entries(model, kNoNameFile, kNoNameFile)) return;
+    for (const NameFileEntry& entry : model.name_entries) {
+        if (is_result(model, entry)) {
+            mark_result(model, entry);
+            continue;
+        }
+        if (entry.type == "BAS6") {
+            f.bas_unit = entry.unit;
+            f.basic_file = VXFile(entry.path.c_str());
+        } else if (entry.type == "DIS") {
+            f.dis_unit = entry.unit;
+            f.discretization_file = VXFile(entry.path.c_str());
+        }
+        open_entry(model, entry, kTexts);
+    }
+    if (f.reading_rules.model_no_flow_heads) find_dry_head(model);
+}
+
+void parse_gms_grid(ModelState& model, const GmsTexts& texts) {
+    std::printf("%s", texts.grid);
+    ConverterFactory& f = model.factory;
+    TextSource* in = model.streams.unit(f.dis_unit);
+    if (in == nullptr) {
+        std::printf("DIS file not detected.\n");
+        if (f.report.errors.empty()) model.note("no discretization file (DIS) in the name file");
+        return;
+    }
+    const String time = f.time_units, length = f.length_units;
+    read_grid(model, *in, [&] {
+        print_bad_grid(model, model.streams.path(f.dis_unit), texts);
+        model.report_problems();
+    });
+    if (time.length() > 0) f.time_units = time;
+    if (length.length() > 0) f.length_units = length;
+}
+
+void parse_gms_basic(ModelState& model, const GmsTexts& texts) {
+    std::printf("%s", texts.basic);
+    ConverterFactory& f = model.factory;
+    if (f.bas_unit == -1) {
+        std::printf("%s", texts.no_basic);
+        if (f.report.errors.empty()) model.note("no basic package (BAS6) in the name file");
+        return;
+    }
+    TextSource* in = text_input(model, f.bas_unit, "BAS6");
+    if (in == nullptr) {
+        std::printf("Error reading ba6 file\n");
+        return;
+    }
+    if (f.nlay < 1) return;
+    read_active_cells(model, *in, "XSECTION option is not supported.\n");
+    print_bad_status(model, model.streams.path(f.bas_unit));
+    model.report_problems();
+}
+
+void find_porosity_source(ModelState& model) {
+    ConverterFactory& f = model.factory;
+    const bool given = is_set(f.porosity_file);
+    std::vector<String> folders = {f.super_file.GetDirectoryName()};
+    if (f.reading_rules.result_files_by_content) {
+        folders.push_back(f.project_file.GetDirectoryName() + "\\" + f.project_file.GetFileTitle() +
+                          "_MT3DMS");
+    }
+    for (const char* extension : {"mts", "ptk"}) {
+        for (const String& folder : folders) {
+            const VXFile file = with_extension(f.super_file, folder, extension);
+            if (!file.FileExists() || (given && file.GetFileExtension() != "mts")) continue;
+            if (!is_set(f.porosity_file)) f.porosity_file = file;
+            if (file.GetFileExtension() == "mts" && !is_set(f.mt3d_project_file)) f.mt3d_project_file = file;
+        }
+    }
+    if (given && !is_set(f.mt3d_project_file) && f.porosity_file.GetFileExtension() == "mts") {
+        f.mt3d_project_file = f.porosity_file;
+    }
+}
+
+void open_gms_results(ModelState& model) {
+    for (const NameFileEntry& entry : model.name_entries) {
+        if (is_result(model, entry)) open_entry(model, entry, kTexts);
+    }
+}
+
+}  // namespace plx
