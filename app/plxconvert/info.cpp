@@ -1,16 +1,16 @@
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "plxconvert/commands.h"
 #include "plxconvert/console.h"
 #include "plxconvert/info_gms.h"
+#include "plxconvert/info_model.h"
 #include "plxconvert/info_output.h"
 #include "plxconvert/messages.h"
 #include "plxconvert/model_kind.h"
-#include "plxconvert/outputs.h"
 #include "plxconvert/paths.h"
+#include "plxconvert/words.h"
 #include "plxutils/converters/ModelSummary.h"
 
 namespace plx::tool {
@@ -18,27 +18,29 @@ namespace plx::tool {
 namespace {
 
 const char* const kFooter =
-    "A name file gives the model: grid, active cells and elevations of the layers, stress\n"
-    "periods, and the result files with their saved steps and budget terms. A head, drawdown or\n"
-    "flow file is described alone, by its contents. A GMS project, text or HDF5, gives its\n"
-    "objects with their datasets, and its materials; a GMS dataset file its datasets with their\n"
-    "times. Nothing is written.\n"
+    "A model is given by its MODFLOW name file (.nam), GMS super file (.mfs), GMS project (.gpr,\n"
+    "HDF5) or Visual MODFLOW project (.vmf): grid with its place and start, active cells and\n"
+    "elevations of the layers, stress periods, and the result files with their saved steps and\n"
+    "budget terms. A head, drawdown, flow or concentration file is described alone, by its\n"
+    "contents. A GMS project, text or HDF5, gives its objects with their datasets, its materials\n"
+    "and its MODFLOW model; a GMS dataset file its datasets with their times. Nothing is written.\n"
     "\n"
     "Examples:\n"
     "  plxconvert info site.nam\n"
     "  plxconvert info results/site.cbb\n"
     "      Budget terms of a flow file, with the number of records and entries.\n"
-    "  plxconvert info site.nam --json\n"
-    "      One JSON object: file, kind, grid, units, layers, stress_periods, results.\n"
+    "  plxconvert info site.mfs --json\n"
+    "      One JSON object: file, kind, grid, origin, rotation, start, units, layers,\n"
+    "      stress_periods, results.\n"
     "  plxconvert info site.gpr --json\n"
-    "      One JSON object: file, kind, files, objects, datasets, materials.";
+    "      One JSON object: file, kind, files, objects, datasets, materials, model.";
 
 int describe_result(const std::filesystem::path& file, bool json) {
     OutputDiversion diversion(true, "");
     const ResultSummary result = summarize_result_file(file.string().c_str());
     diversion.end();
     if (result.kind == "unreadable" || result.kind == "missing") {
-        throw InputFault("'" + file.string() + "' is no result file of MODFLOW" +
+        throw InputFault("'" + file.string() + "' is no result file of MODFLOW or MT3D" +
                          (result.problem.empty() ? "" : ": " + result.problem));
     }
     if (json) {
@@ -51,39 +53,6 @@ int describe_result(const std::filesystem::path& file, bool json) {
     return kInputFault;
 }
 
-int describe_model(const std::filesystem::path& project, bool json) {
-    ModelDescription model;
-    const ModelKind kind = find_kind(project, "auto");
-    const auto factory = make_factory(kind);
-    factory->reading_rules = ReadingRules::modflow();
-    factory->keep_log = false;
-    for (const Output& output : output_table()) (*factory).*output.flag = true;
-    factory->project_file.SetFile(project.string().c_str());
-
-    const ErrorCollector collector;
-    OutputDiversion diversion(true, "");
-    factory->parsePROJECT();
-    model.summary = summarize_model(*factory);
-    diversion.end();
-
-    const std::vector<std::string> errors = collector.merged_with(factory->report);
-    for (const std::string& error : errors) print_error(error);
-    for (const std::string& warning : factory->report.warnings) print_warning(warning);
-    if (model.summary.layers < 1 || model.summary.layer.empty()) {
-        if (errors.empty()) print_error("'" + project.string() + "' gives no grid");
-        return kInputFault;
-    }
-    model.file = project.filename().string();
-    model.kind = kind_word(kind);
-    model.title = kind_title(kind);
-    if (json) {
-        print_json(model);
-    } else {
-        print_text(model);
-    }
-    return errors.empty() ? kDone : kInputFault;
-}
-
 }  // namespace
 
 void add_info_command(CLI::App& app, Action& action) {
@@ -94,8 +63,10 @@ void add_info_command(CLI::App& app, Action& action) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = app.add_subcommand("info", "Describe a model, a result file or a GMS project");
     command
-        ->add_option("PROJECT|RESULTFILE", options->file,
-                     "A name file (.nam), a head or flow file, a GMS project (.gpr) or dataset file")
+        ->add_option(
+            "PROJECT|RESULTFILE", options->file,
+            "A model's name file (.nam), super file (.mfs) or project (.gpr, .vmf), a result file, or "
+            "a GMS dataset file")
         ->required()
         ->option_text(" ");
     command->add_flag("--json", options->json, "Print one JSON object");
@@ -103,10 +74,13 @@ void add_info_command(CLI::App& app, Action& action) {
     command->callback([options, &action] {
         action = [options] {
             const std::filesystem::path file = input_file(options->file);
-            const std::string gms = gms_kind(file);
+            const std::string gms = has_model_extension(file) ? "" : gms_kind(file);
+            // Concentrations that GMS keeps as a dataset file are results, with the same words as any.
+            const bool concentrations = gms == "datasets" && lower(file.extension().string()) == ".con";
+            if (concentrations) return describe_result(file, options->json);
             if (!gms.empty()) return describe_gms(file, gms, options->json);
-            return is_binary(file) ? describe_result(file, options->json)
-                                   : describe_model(file, options->json);
+            return is_binary(file) && !has_model_extension(file) ? describe_result(file, options->json)
+                                                                 : describe_model(file, options->json);
         };
     });
 }

@@ -1,8 +1,7 @@
 #include <cmath>
-#include <cstdio>
 #include <nlohmann/json.hpp>
-#include <string>
 
+#include "plxconvert/info_json.h"
 #include "plxconvert/info_output.h"
 
 namespace plx::tool {
@@ -59,8 +58,8 @@ void print_json(const GmsDescription& project) {
     for (const GmsMaterialSummary& material : summary.materials) {
         json["materials"].push_back({{"number", material.number}, {"name", material.name}});
     }
-    // Names are bytes of any code page; what is not UTF-8 is replaced.
-    std::printf("%s\n", json.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
+    if (summary.kind != "datasets") json["model"] = project.model ? to_json(*project.model) : Json();
+    print(json);
 }
 
 }  // namespace plx::tool

@@ -88,6 +88,9 @@ void print_text(const GmsDescription& project) {
     print_cut(summary.datasets.size(), "  ",
               [&summary](std::size_t i) { print_dataset(summary.datasets[i], "  ", true); });
     if (!summary.materials.empty()) print_materials(summary);
+    if (!project.model) return;
+    std::printf("\n");
+    print_text(*project.model);
 }
 
 }  // namespace plx::tool

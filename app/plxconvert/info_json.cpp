@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "plxconvert/info_json.h"
 #include "plxconvert/info_output.h"
 
 namespace plx::tool {
@@ -25,8 +26,10 @@ Json describe(const ResultSummary& result) {
                  {"problem", result.problem}};
     for (const SavedStep& step : result.steps) {
         const Json time = step.time < 0.0 ? Json() : Json(step.time);
-        json["steps"].push_back({{"period", step.period}, {"step", step.step}, {"time", time}});
+        const auto count = [](int number) { return number > 0 ? Json(number) : Json(); };
+        json["steps"].push_back({{"period", count(step.period)}, {"step", count(step.step)}, {"time", time}});
     }
+    if (result.kind == "concentrations") json["species"] = result.species;
     for (const TermSummary& term : result.terms) {
         json["terms"].push_back({{"label", term.label},
                                  {"form", term.form},
@@ -46,15 +49,9 @@ Json describe(const LayerSummary& layer, std::size_t number) {
             {"bottom_max", layer.bottom_max}};
 }
 
-void print(const Json& json) {
-    // File names and labels are bytes of any code page; what is not UTF-8 is replaced.
-    const std::string text = json.dump(2, ' ', false, Json::error_handler_t::replace);
-    std::printf("%s\n", text.c_str());
-}
-
 }  // namespace
 
-void print_json(const ModelDescription& model) {
+Json to_json(const ModelDescription& model) {
     const ModelSummary& summary = model.summary;
     Json json = {{"file", model.file},
                  {"kind", model.kind},
@@ -64,6 +61,9 @@ void print_json(const ModelDescription& model) {
                    {"columns", summary.columns},
                    {"width", summary.width},
                    {"height", summary.height}}},
+                 {"origin", {summary.x_origin, summary.y_origin}},
+                 {"rotation", summary.rotation},
+                 {"start", summary.start.empty() ? Json() : Json(summary.start)},
                  {"length_units", summary.length_units},
                  {"time_units", summary.time_units},
                  {"active_cells", 0},
@@ -87,8 +87,14 @@ void print_json(const ModelDescription& model) {
                                           {"steady", period.steady}});
     }
     for (const ResultSummary& result : summary.results) json["results"].push_back(describe(result));
-    print(json);
+    return json;
 }
+
+void print(const Json& json) {
+    std::printf("%s\n", json.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
+}
+
+void print_json(const ModelDescription& model) { print(to_json(model)); }
 
 void print_json(const ResultSummary& result) { print(describe(result)); }
 

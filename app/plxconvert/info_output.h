@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,8 @@ struct ModelDescription {
 struct GmsDescription {
     std::string file;  ///< name without folder
     GmsProjectSummary summary;
-    std::vector<std::string> errors;  ///< what the readers reported
+    std::vector<std::string> errors;        ///< what the readers reported
+    std::optional<ModelDescription> model;  ///< its MODFLOW model, when it could be read
 };
 
 /// What a person calls a kind of GMS file: "GMS project (text)".

@@ -57,13 +57,16 @@ void print_periods(const ModelSummary& model) {
 
 std::string result_heading(const ResultSummary& result) {
     std::string text = result.file + ": " + result.kind;
+    if (!result.species.empty()) text += ", species " + result.species;
     if (!result.label.empty() && result.kind != "flows") text += ", label " + result.label;
     if (result.layers > 0) {
         text += ", " + counted(result.layers, "layer") + ", " + counted(result.rows, "row") + ", " +
                 counted(result.columns, "column");
     }
-    if (!result.steps.empty())
-        text += ", " + counted(static_cast<long long>(result.steps.size()), "saved step");
+    if (!result.steps.empty()) {
+        const char* noun = result.kind == "concentrations" ? "saved time" : "saved step";
+        text += ", " + counted(static_cast<long long>(result.steps.size()), noun);
+    }
     if (result.record_markers) text += ", record markers";
     if (result.real_bytes == 8) text += ", 64-bit reals";
     return text;
@@ -77,7 +80,8 @@ void print_result(const ResultSummary& result) {
         const SavedStep& step = result.steps[i];
         char time[32] = "unknown";
         if (step.time >= 0.0) std::snprintf(time, sizeof time, "%.9g", step.time);
-        std::printf("  %6d %6d %16s\n", step.period, step.step, time);
+        const auto count = [](int number) { return number > 0 ? std::to_string(number) : "-"; };
+        std::printf("  %6s %6s %16s\n", count(step.period).c_str(), count(step.step).c_str(), time);
     });
     if (result.terms.empty()) return;
     std::printf("  %-18s %-12s %9s %14s\n", "budget term", "form", "records", "entries");
@@ -101,6 +105,11 @@ void print_text(const ModelDescription& model) {
     std::printf("  %-8s%g wide, %g high\n", "size", summary.width, summary.height);
     std::printf("  %-8slength %s, time %s\n", "units", named(summary.length_units),
                 named(summary.time_units));
+    if (summary.x_origin != 0.0 || summary.y_origin != 0.0 || summary.rotation != 0.0) {
+        std::printf("  %-8sx %.12g, y %.12g; rotated by %g degrees\n", "origin", summary.x_origin,
+                    summary.y_origin, summary.rotation);
+    }
+    if (!summary.start.empty()) std::printf("  %-8s%s\n", "start", summary.start.c_str());
     print_layers(summary);
     print_periods(summary);
     if (summary.results.empty()) std::printf("\nno result files\n");

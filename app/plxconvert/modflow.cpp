@@ -36,19 +36,29 @@ struct Options {
 };
 
 const char* const kFooter =
-    "\nRules:\n"
+    "\nKinds:\n"
+    "  modflow         MODFLOW-88/96 by its name file (.nam) with BAS and BCF\n"
+    "  modflow2000     MODFLOW-2000/2005 by its name file (.nam) with DIS and BAS6\n"
+    "  gms             GMS model by its super file (.mfs)\n"
+    "  gms_hdf5        the model of a GMS project (.gpr) that is an HDF5 file\n"
+    "  visual          Visual MODFLOW project (.vmf)\n"
+    "\n"
+    "Rules:\n"
     "  modflow         read the files as the modelling programs themselves do\n"
     "  prescribed      read them as PLX has always done; for results that must equal older ones\n"
     "\n"
     "Results are folders GENERAL and MODFLOW (and MT3D) with one field file for each saved time\n"
-    "step; the trace of the conversion is plxconvert.log beside them.\n"
+    "step, beside PROJECT or in --dest; the trace of the conversion is plxconvert.log there.\n"
+    "Surfaces and boreholes of a GMS project are the work of 'plxconvert gms'.\n"
     "\n"
     "Examples:\n"
     "  plxconvert modflow site.nam\n"
+    "  plxconvert modflow site.mfs --dest results\n"
+    "      A model saved by GMS, turned and moved to its place in the world.\n"
     "  plxconvert modflow site.nam --outputs head_nodes,head_cells,elevation\n"
     "      Heads only, on nodes and cells.\n"
     "  plxconvert modflow site.nam --crop 500 0 2500 1800 --dest cropped\n"
-    "      Only cells whose centre lies in that rectangle of model coordinates.\n"
+    "      Only cells whose centre lies in that rectangle, in the world for models with a place.\n"
     "  plxconvert modflow site.nam --porosity 0.3 --compress --quiet\n"
     "      One porosity for all layers, gzip field files, nothing printed but errors.";
 
@@ -137,13 +147,14 @@ int convert(Options& options) {
 }
 
 void add_options(CLI::App& command, Options& options) {
-    command.add_option("PROJECT", options.project, "The model's name file (.nam)")
+    command
+        .add_option("PROJECT", options.project,
+                    "The model's name file (.nam), super file (.mfs) or project (.gpr, .vmf)")
         ->required()
         ->option_text(" ");
-    command
-        .add_option("--kind", options.kind, "auto (the default: the name file tells), modflow, modflow2000")
+    command.add_option("--kind", options.kind, "auto (the default: PROJECT tells) or a kind (see below)")
         ->option_text("KIND")
-        ->check(CLI::IsMember({"auto", "modflow", "modflow2000"}));
+        ->check(CLI::IsMember(kind_words()));
     command.add_option("--outputs", options.outputs, "Results to write, comma separated (see below)")
         ->option_text("LIST");
     command.add_option("--porosity", options.porosity, "Porosity of the layers from the top; one serves all")

@@ -6,8 +6,12 @@
 
 #include "converters/model_state.h"
 #include "formats/budget_records.h"
+#include "formats/concentration_records.h"
+#include "formats/gms_cards.h"
+#include "formats/gms_steps.h"
 #include "formats/layer_records.h"
 #include "formats/link_records.h"
+#include "formats/record_checks.h"
 #include "platform/platform.h"
 
 namespace plx {
@@ -44,6 +48,62 @@ void describe_layers(RecordFile& in, ResultSummary& out) {
         add_step(out, h.period, h.step, h.total_time);
     }
     if (cut) out.problem = "byte " + std::to_string(record.position) + ": the record is cut short";
+}
+
+/// Heads have the low bytes of a time where concentrations have their stress period.
+bool begins_as_concentrations(RecordFile& in) {
+    LayerHeader h;
+    const bool whole = in.seek(0) && read_concentration_header(in, h) == ConcentrationField::kNone;
+    return whole && h.transport_step >= 0 && plausible_step(h.step) && plausible_step(h.period) &&
+           plausible_label(h.label) && plausible_extents(h.columns, h.rows, 1);
+}
+
+void describe_concentrations(RecordFile& in, ResultSummary& out) {
+    out.kind = "concentrations";
+    std::int64_t position = 0;
+    for (; !in.at_end(); position = in.position()) {
+        LayerHeader h;
+        if (read_concentration_header(in, h) != ConcentrationField::kNone ||
+            !plausible_extents(h.columns, h.rows, 1) ||
+            !in.skip(std::int64_t{h.columns} * h.rows * in.layout().real_bytes)) {
+            out.problem = "byte " + std::to_string(position) + ": the record is cut short";
+            return;
+        }
+        if (out.label.empty()) {
+            out.label = trimmed_label(h.label);
+            out.rows = h.rows;
+            out.columns = h.columns;
+        }
+        out.layers = std::max(out.layers, h.layer);
+        // Several transport steps may end within one flow step.
+        const bool known = !out.steps.empty() && out.steps.back().time == h.total_time;
+        if (!known) out.steps.push_back({h.period, h.step, h.total_time});
+    }
+}
+
+bool begins_as_gms_dataset(RecordFile& in) {
+    std::int32_t first = 0, second = 0;
+    if (!in.seek(0) || !in.read_int(first) || !in.read_int(second)) return false;
+    return first == kBinaryVersion || (first == kFirstRecord && second == kBinaryVersion);
+}
+
+/// Concentrations that GMS keeps as a dataset of the grid; it has times, but no steps of the flow model.
+void describe_gms_dataset(std::FILE* file, ResultSummary& out) {
+    platform::seek(file, 0, SEEK_SET);
+    GmsSteps steps(file, out.file);
+    out.kind = "concentrations";
+    auto next = GmsSteps::Next::kFault;
+    if (steps.open()) {
+        out.label = steps.dataset();
+        std::vector<double> values(static_cast<std::size_t>(std::max(steps.values(), 0)));
+        double time = 0.0;
+        while ((next = steps.next(values.data(), time)) == GmsSteps::Next::kStep) {
+            out.steps.push_back({0, 0, time});
+        }
+    }
+    if (next != GmsSteps::Next::kFault) return;
+    if (out.steps.empty()) out.kind = "unreadable";
+    out.problem = "byte " + std::to_string(steps.fault().position) + ": the dataset is damaged or cut short";
 }
 
 const char* form_of(const BudgetHeader& h) {
@@ -128,9 +188,17 @@ ResultSummary describe(std::FILE* file, const std::string& path) {
         return out;
     }
     RecordFile in(file, out.file);
-    if (const auto layers = detect_layer_layout(file)) {
+    if (begins_as_gms_dataset(in)) {
+        describe_gms_dataset(file, out);
+    } else if (const auto layers = detect_layer_layout(file)) {
         note_layout(out, in, *layers);
-        if (in.seek(0)) describe_layers(in, out);
+        const bool transport = begins_as_concentrations(in);
+        if (!in.seek(0)) return out;
+        if (transport) {
+            describe_concentrations(in, out);
+        } else {
+            describe_layers(in, out);
+        }
     } else if (const auto flows = detect_budget_layout(file)) {
         note_layout(out, in, *flows);
         if (in.seek(0)) describe_flows(in, out);
@@ -165,6 +233,32 @@ LayerSummary describe_layer(const ModelState& model, int layer) {
     return out;
 }
 
+/// The stream of a name-file line; a file that no output needed is opened here.
+ResultSummary describe_entry(ModelState& model, const NameFileEntry& entry) {
+    std::FILE* file = model.streams.file(entry.unit);
+    if (file == nullptr) return summarize_result_file(entry.path.c_str());
+    platform::seek(file, 0, SEEK_SET);
+    return describe(file, entry.path);
+}
+
+/// Adds the concentrations that a conversion would write, but for files that the name file names, too.
+void add_concentrations(ModelState& model, std::vector<ResultSummary>& results) {
+    VX1DArray<String>& names = model.factory.species_names;
+    for (const SpeciesFile& species : model.transport.species) {
+        const KeepPosition keep(species.stream.get());
+        platform::seek(species.stream.get(), 0, SEEK_SET);
+        ResultSummary found = describe(species.stream.get(), species.name());
+        if (species.number <= names.GetSize()) found.species = names[species.number - 1].c_str();
+        const auto known = std::find_if(results.begin(), results.end(),
+                                        [&](const ResultSummary& r) { return r.file == found.file; });
+        if (known == results.end()) {
+            results.push_back(std::move(found));
+        } else {
+            known->species = found.species;
+        }
+    }
+}
+
 double extent(const std::vector<double>& edges) {
     if (edges.empty()) return 0.0;
     const auto [low, high] = std::minmax_element(edges.begin(), edges.end());
@@ -181,16 +275,20 @@ ModelSummary summarize_model(ConverterFactory& factory) {
     out.columns = factory.ncol;
     out.width = extent(model.geometry.column_edges);
     out.height = extent(model.geometry.row_edges);
+    out.x_origin = factory.x_origin;
+    out.y_origin = factory.y_origin;
+    out.rotation = factory.rotation;
+    // The zero of the date numbers stands for no date.
+    if (factory.start_date != 0.0) out.start = platform::date_text(factory.start_date);
     out.time_units = factory.time_units.c_str();
     out.length_units = factory.length_units.c_str();
     for (int k = 0; k < factory.nlay; ++k) out.layer.push_back(describe_layer(model, k));
     for (const StressPeriod& p : model.periods.periods) out.periods.push_back({p.length, p.steps, p.steady});
     for (const NameFileEntry& entry : model.name_entries) {
         if (entry.type != "DATA(BINARY)") continue;
-        std::FILE* file = model.streams.file(entry.unit);
-        if (file != nullptr) platform::seek(file, 0, SEEK_SET);
-        out.results.push_back(describe(file, entry.path));
+        out.results.push_back(describe_entry(model, entry));
     }
+    add_concentrations(model, out.results);
     return out;
 }
 

@@ -58,7 +58,8 @@ TEST(Usage, HelpShowsWorkedExamples) {
         const char* text;
     } cases[] = {{{"--help"}, "plxconvert modflow site.nam"},
                  {{"modflow", "--help"}, "  boundary_flows  flows of wells"},
-                 {{"info", "--help"}, "plxconvert info site.nam --json"},
+                 {{"modflow", "--help"}, "  gms_hdf5        the model of a GMS project"},
+                 {{"info", "--help"}, "plxconvert info site.mfs --json"},
                  {{"gms", "--help"}, "  borehole        boreholes: a pre-geology file"},
                  {{"--version"}, "plxconvert 0."}};
     for (const auto& [arguments, text] : cases) {
@@ -77,15 +78,14 @@ TEST(Project, UnusableFilesAreRefusedByBothCommands) {
         std::string file, bytes;
         const char* message;
     } cases[] = {
-        {"folder.nam/x.txt", "", "is not a MODFLOW name file: those end in .nam"},
+        {"folder.nam/x.txt", "", "is not a MODFLOW name file (.nam), GMS super file (.mfs)"},
         {".hidden/site.nam", bas, "the folder \".hidden\" begins with a dot"},
         {std::string(124, 'n') + ".nam", bas, "longer than 127 bytes"},
         {"two\"quotes.nam", bas, "double quote"},
         {"back\\slash.nam", bas, "backslash"},
         {"$TAG>.nam", bas, "would be read as a token"},
         {"what?.nam", bas, "wildcard"},
-        {"site.gpr", bas, "a GMS project"},
-        {"gms.mfn", "DIS 1 a.dis\n", "part of a GMS project"},
+        {"gms.mfn", "DIS 1 a.dis\n", "its super file (.mfs) is not beside it; copy it to a .nam file"},
         {"transport.nam", "# MT3D\nBTN 1 a.btn\nADV 2 a.adv\n",
          "neither a discretization file (DIS, BAS6) nor a "
          "basic package (BAS, BCF): found btn, adv"},
@@ -109,10 +109,13 @@ TEST(Project, UnusableFilesAreRefusedByBothCommands) {
 TEST(Project, BinaryBytesAreNoNameFile) {
     const TempFolder folder;
     const std::string path = folder.write("site.nam", std::string("DIS 1 a.dis\n\0\1\2\377", 16));
-    EXPECT_THAT(run_tool({"modflow", path}).err, HasSubstr("is a binary file, not a MODFLOW name file"));
-    const ToolRun info = run_tool({"info", path});
-    EXPECT_EQ(info.code, 1);
-    EXPECT_THAT(info.err, HasSubstr("is no result file of MODFLOW"));
+    for (const char* command : {"modflow", "info"}) {
+        const ToolRun run = run_tool({command, path});
+        EXPECT_EQ(run.code, 1);
+        EXPECT_THAT(run.err, HasSubstr("is a binary file, not a MODFLOW name file"));
+    }
+    EXPECT_THAT(run_tool({"info", folder.write("site.any", std::string(300, '\0'))}).err,
+                HasSubstr("is no result file of MODFLOW or MT3D"));
 }
 
 TEST(Project, NeighbourThatDiffersInCaseIsNotTakenInstead) {

@@ -10,7 +10,8 @@ class ConverterFactory;
 
 namespace plx {
 
-/// A time step that a result file holds; stress period and step count from 1.
+/// A time that a result file holds; stress period and flow step count from 1 and are 0 when the file does not
+/// say.
 struct SavedStep {
     int period = 0;
     int step = 0;
@@ -27,10 +28,11 @@ struct TermSummary {
 
 /// One binary result file.
 struct ResultSummary {
-    std::string file;   ///< name without folder, as on disk
-    std::string kind;   ///< "heads", "drawdown", "layers" (another label), "flows", "flow link", "missing",
-                        ///< "unreadable"
-    std::string label;  ///< label of the first record of a layer file
+    std::string file;     ///< name without folder, as on disk
+    std::string kind;     ///< "heads", "drawdown", "layers" (another label), "concentrations", "flows",
+                          ///< "flow link", "missing", "unreadable"
+    std::string label;    ///< label of the first record of a layer file; name of a GMS dataset
+    std::string species;  ///< of concentrations: the name that the model gives it; empty when none is known
     bool record_markers = false;
     int real_bytes = 4;
     int layers = 0, rows = 0, columns = 0;
@@ -54,12 +56,15 @@ struct PeriodSummary {
 /// What a parsed model holds.
 struct ModelSummary {
     int layers = 0, rows = 0, columns = 0;
-    double width = 0.0;   ///< sum of the column widths
-    double height = 0.0;  ///< sum of the row widths
+    double width = 0.0;                     ///< sum of the column widths
+    double height = 0.0;                    ///< sum of the row widths
+    double x_origin = 0.0, y_origin = 0.0;  ///< world coordinates of the grid's lower left corner
+    double rotation = 0.0;                  ///< degrees, counter-clockwise about that corner
+    std::string start;  ///< date of the begin, "YYYY-MM-DD hh:mm:ss"; empty when the model has none
     std::string time_units, length_units;
     std::vector<LayerSummary> layer;
     std::vector<PeriodSummary> periods;
-    std::vector<ResultSummary> results;  ///< in the name file's order
+    std::vector<ResultSummary> results;  ///< in the name file's order, then the concentrations by species
 };
 
 /// Describes a factory whose parsePROJECT has run.
