@@ -8,13 +8,16 @@
 
 #include "equations.h"
 #include "inputs.h"
+#include "link_file.h"
 #include "results.h"
+#include "transport.h"
 
 namespace {
 
 using namespace valley;
 
 constexpr double kMostDiscrepancy = 0.1;  // percent
+constexpr double kMostMassLost = 1.0e-6;
 
 /// Prints a line on the screen and in the listing.
 class Listing {
@@ -68,11 +71,47 @@ double first_step(const Period& period) {
     return period.length * (period.factor - 1.0) / (std::pow(period.factor, period.steps) - 1.0);
 }
 
-void run(const std::filesystem::path& folder) {
-    const Model model = read_model(folder / "valley.nam");
+/// Lists what became of a species; what is left unexplained.
+double list_species(Listing& listing, const std::string& name, const MassBalance& balance) {
+    listing.line(
+        print("mass of %s   before %12.4e   after %12.4e g", name.c_str(), balance.before, balance.after));
+    for (const MassBalance::Line& line : balance.lines) {
+        listing.line(print("  %-16s in %12.4e   out %12.4e g", line.label.c_str(), line.in, line.out));
+    }
+    listing.line(print("  discrepancy %.1e", balance.discrepancy()));
+    return std::fabs(balance.discrepancy());
+}
+
+/// All that a run writes.
+struct Results {
+    Results(const std::filesystem::path& folder, const Model& model)
+        : flow(folder / "valley.hds", folder / "valley.cbb"),
+          link(folder / "valley.ftl", model),
+          transport(model, read_transport(folder / "valley.mts", model), folder) {}
+    void write(const Model& model, const Step& step, const std::vector<double>& heads,
+               const std::vector<Term>& terms) {
+        flow.write_heads(model, step, heads);
+        flow.write_budget(model, step, terms);
+        link.write(model, step, terms);
+        transport.advance(step, terms);
+    }
+    void finish() {
+        flow.close();
+        link.close();
+        transport.close();
+        flow.publish();
+        link.publish();
+        transport.publish();
+    }
+
+    ResultFiles flow;
+    LinkFile link;
+    Transport transport;
+};
+
+/// Solves all steps; the largest discrepancy of a step's water balance in percent.
+double solve_steps(const Model& model, Listing& listing, Results& results) {
     const Conductances between = conductances(model);
-    Listing listing(folder / "valley.lst");
-    ResultFiles results(folder / "valley.hds", folder / "valley.cbb");
     std::vector<double> heads = model.starting_heads;
     for (std::size_t cell = 0; cell < model.cells(); ++cell) {
         if (model.ibound[cell] == 0) heads[cell] = model.no_flow_head;
@@ -92,11 +131,23 @@ void run(const std::filesystem::path& folder) {
             if (iterations == 0) throw std::runtime_error("the heads of a step did not settle");
             const std::vector<Term> terms = budget(model, between, step, before, heads);
             worst = std::max(worst, std::fabs(list_balance(listing, step, iterations, terms)));
-            results.write_heads(model, step, heads);
-            results.write_budget(model, step, terms);
+            results.write(model, step, heads, terms);
         }
     }
+    return worst;
+}
+
+void run(const std::filesystem::path& folder) {
+    const Model model = read_model(folder / "valley.nam");
+    Listing listing(folder / "valley.lst");
+    Results results(folder, model);
+    const double worst = solve_steps(model, listing, results);
     if (!(worst < kMostDiscrepancy)) throw std::runtime_error(print("mass balance off by %.3f %%", worst));
+    for (std::size_t s = 0; s < results.transport.species().size(); ++s) {
+        const std::string& name = results.transport.species()[s];
+        const double lost = list_species(listing, name, results.transport.balance(s));
+        if (!(lost < kMostMassLost)) throw std::runtime_error(print("mass of %s is off", name.c_str()));
+    }
     results.finish();
     listing.line(print("largest discrepancy %.6f %%", worst));
 }
@@ -108,8 +159,9 @@ int main(int argc, char** argv) {
         std::fputs(
             "usage: valley_solver FOLDER\n"
             "Solves the model FOLDER/valley.nam and writes valley.hds (heads), valley.cbb (cell-by-cell "
-            "flows)\n"
-            "and valley.lst (water balance) beside it.\n",
+            "flows),\n"
+            "valley.ftl (flows for transport), valley001.ucn and valley002.ucn (concentrations)\n"
+            "and valley.lst (balances of water and mass) beside it.\n",
             stderr);
         return 2;
     }

@@ -95,7 +95,7 @@ def write_grid_files():
           'INTERNAL 1.0 (12F8.2) -1   bottom of the upper gravel', lines(gravel, '%8.2f', 12),
           'OPEN/CLOSE valley_silt.dat 1.0 (FREE) -1   bottom of the silt',
           'CONSTANT %.1f   base of the lower gravel' % BASE,
-          '  1.0  1 1.0 SS   spring', '120.0 10 1.2 TR   dry summer')
+          '245.0  1 1.0 SS   winter and spring', '120.0 10 1.2 TR   dry summer')
     flags = [grid(lambda i, j, k=k: flag(k, i, j)) for k in range(LAYERS)]
     heads = grid(lambda i, j: floor(X[j]) - 2.0 + 1.2 * min(across(X[j], Y[i]), 1.0))
     write('valley_ibound_1.dat', lines(flags[0], ' %d', 30))
@@ -166,7 +166,61 @@ def write_lists():
     write('valley.nam', '# Valley of the Alder Brook', names)
 
 
+def control(form, value, layout=''):
+    """A control record of MT3DMS: fields of ten columns, the format in twenty."""
+    return '%10d%10s %s' % (form, value, layout)
+
+
+def write_transport():
+    """Nitrate comes down with the recharge of the fields, most of it south of the brook; a tip beside the drains
+    keeps its cell full of tracer, and a spill of it lies between the wells."""
+    def between(i, j):
+        return (Y[i] - middle(X[j])) / half_width(X[j], 0)
+
+    surface = [[[surfaces(x, y)[n] for x in X] for y in Y] for n in range(3)] + [grid(lambda i, j: BASE)]
+    thickness = [grid(lambda i, j, k=k: surface[k][i][j] - surface[k + 1][i][j]) for k in range(LAYERS)]
+    pores = grid(lambda i, j: 0.16 + 0.08 * max(0.0, 1.0 - across(X[j], Y[i])))
+    tip = (0, 30, 33)
+
+    def boundary(layer, i, j):
+        return -1 if (layer, i, j) == tip else flag(layer, i, j)
+
+    def spill(i, j):
+        distance = math.hypot(X[j] - 3500.0, Y[i] - 1840.0)
+        return 40.0 * math.exp(-(distance / 130.0) ** 2) if distance < 400.0 else 0.0
+
+    nitrate = grid(lambda i, j: 8.0 + 24.0 * min(1.0, max(0.0, between(i, j))))
+    tracer = grid(lambda i, j: 100.0 if (0, i, j) == tip else spill(i, j))
+    layer_arrays = []
+    for k in range(LAYERS):
+        layer_arrays += [control(103, '1.0'), lines(thickness[k], ' %.2f', 15)]
+    boundaries = []
+    for k in range(LAYERS):
+        boundaries += [control(100, '1', '(60I3)'), lines(grid(lambda i, j, k=k: boundary(k, i, j)), '%3d', 60)]
+    times = [60.0, 120.0, 180.0, 240.0, 300.0, 365.0]
+    write('valley.btn', 'Valley of the Alder Brook', 'metres, days, g/m3',
+          ('%10d' * 6) % (LAYERS, ROWS, COLUMNS, 2, 2, 2), '   d   m   g', ' T F T F F F F F F F', ' 0 0 0',
+          control(103, '1.0'), lines([WIDTHS], ' %g', 10), control(103, '1.0'), lines([HEIGHTS], ' %g', 10),
+          control(103, '1.0'), lines(surface[0], ' %.2f', 15), *layer_arrays,
+          control(103, '1.0'), lines(pores, ' %.3f', 12), control(0, '0.35'),
+          control(100, '0.01', '(20F5.1)'), lines(grid(lambda i, j: 21.0 + 2.0 * math.sin(X[j] / 700.0)), '%5.1f', 20),
+          *boundaries,
+          control(100, '1.0', '(15F6.1)'), lines(nitrate, '%6.1f', 15), control(0, '12.0'), control(0, '6.0'),
+          control(103, '1.0'), lines(tracer, ' %.4g', 20), control(0, '0.0'), control(0, '0.0'),
+          '   1.0E+30       0.0', ('%10d' * 4) % (0, 0, 0, 0) + '         T',
+          '%10d' % len(times), ''.join('%10.1f' % t for t in times), '%10d%10d' % (0, 1), '         T%10d' % 1,
+          '     245.0         1       1.0', '       0.0     10000       1.0       0.0',
+          '     120.0        10       1.2', '       0.0     10000       1.0       0.0')
+    fields = grid(lambda i, j: 70.0 if between(i, j) > 0.3 else 25.0 if between(i, j) < -0.4 else 10.0)
+    write('valley.ssm', ' T T T F T F F F F F', '%10d' % 1000, '%10d   winter and spring' % 1,
+          control(100, '1.0', '(30F4.0)'), lines(fields, '%4.0f', 30), control(0, '0.0'), '%10d' % 0,
+          '%10d   summer' % -1, '%10d' % 0)
+    write('valley.mts', 'MT3DSUP', 'SPC Nitrate', 'SPC Tracer', 'REFTIME 2023 12 1 0 0 0', 'UNITS d m g',
+          'BTN valley.btn', 'SSM valley.ssm', 'CON valley001.ucn', 'CON valley002.ucn', 'END')
+
+
 write_grid_files()
 write_flow_package()
 write_stresses()
 write_lists()
+write_transport()

@@ -1,46 +1,9 @@
 #include "results.h"
 
-#include <algorithm>
-#include <bit>
-#include <stdexcept>
-#include <system_error>
+#include <array>
 
 namespace valley {
 namespace {
-
-static_assert(std::endian::native == std::endian::little, "values are written as they lie in memory");
-
-/// Collects one record, so that the file sees a single write.
-class Record {
-public:
-    Record& integer(std::size_t value) { return integer32(static_cast<std::int32_t>(value)); }
-    Record& integer32(std::int32_t value) { return raw(&value, sizeof value); }
-    Record& real(double value) {
-        const float single = static_cast<float>(value);
-        return raw(&single, sizeof single);
-    }
-    Record& reals(const double* values, std::size_t count) {
-        for (std::size_t i = 0; i < count; ++i) real(values[i]);
-        return *this;
-    }
-    /// 16 characters, flush right as MODFLOW keeps them.
-    Record& label(const std::string& text) {
-        const std::string padded =
-            std::string(16 - std::min<std::size_t>(16, text.size()), ' ') + text.substr(0, 16);
-        return raw(padded.data(), padded.size());
-    }
-    void write(std::ofstream& file) const {
-        file.write(bytes_.data(), static_cast<std::streamsize>(bytes_.size()));
-    }
-
-private:
-    Record& raw(const void* from, std::size_t count) {
-        const char* first = static_cast<const char*>(from);
-        bytes_.insert(bytes_.end(), first, first + count);
-        return *this;
-    }
-    std::vector<char> bytes_;
-};
 
 Term face(const char* label, const std::vector<double>& between, std::size_t stride,
           const std::vector<double>& heads) {
@@ -137,24 +100,8 @@ std::vector<Term> budget(const Model& model, const Conductances& between, const 
     return terms;
 }
 
-ResultFiles::ResultFiles(const std::filesystem::path& heads, const std::filesystem::path& budget) {
-    outputs_[0].name = heads;
-    outputs_[1].name = budget;
-    for (Output& output : outputs_) {
-        output.temporary = output.name;
-        output.temporary += ".part";
-        output.file.open(output.temporary, std::ios::binary);
-        if (!output.file) throw std::runtime_error(output.temporary.string() + ": cannot be written");
-    }
-}
-
-ResultFiles::~ResultFiles() {
-    for (Output& output : outputs_) {
-        std::error_code nothing_to_remove;
-        output.file.close();
-        std::filesystem::remove(output.temporary, nothing_to_remove);
-    }
-}
+ResultFiles::ResultFiles(const std::filesystem::path& heads, const std::filesystem::path& budget)
+    : heads_(heads), budget_(budget) {}
 
 void ResultFiles::write_heads(const Model& model, const Step& step, const std::vector<double>& heads) {
     for (std::size_t layer = 0; layer < model.layers; ++layer) {
@@ -162,7 +109,7 @@ void ResultFiles::write_heads(const Model& model, const Step& step, const std::v
         record.integer32(step.number).integer(step.period + 1).real(step.period_time).real(step.total_time);
         record.label("HEAD").integer(model.columns).integer(model.rows).integer(layer + 1);
         record.reals(heads.data() + layer * model.layer_cells(), model.layer_cells());
-        record.write(outputs_[0].file);
+        heads_.write(record);
     }
 }
 
@@ -179,17 +126,18 @@ void ResultFiles::write_budget(const Model& model, const Step& step, const std::
             for (const std::int32_t layer : term.where) record.integer32(layer);
             record.reals(term.flows.data(), term.flows.size());
         }
-        record.write(outputs_[1].file);
+        budget_.write(record);
     }
 }
 
-void ResultFiles::finish() {
-    for (Output& output : outputs_) {
-        output.file.close();
-        if (!output.file)
-            throw std::runtime_error(output.temporary.string() + ": could not be written in full");
-    }
-    for (const Output& output : outputs_) std::filesystem::rename(output.temporary, output.name);
+void ResultFiles::close() {
+    heads_.close();
+    budget_.close();
+}
+
+void ResultFiles::publish() {
+    heads_.publish();
+    budget_.publish();
 }
 
 }  // namespace valley

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 #include "equations.h"
 #include "model.h"
+#include "record.h"
 
 namespace valley {
 
@@ -30,27 +29,19 @@ struct Term {
 std::vector<Term> budget(const Model& model, const Conductances& between, const Step& step,
                          const std::vector<double>& before, const std::vector<double>& heads);
 
-/// Writes MODFLOW's binary head file and compact cell-by-cell budget file: little-endian, 32-bit reals, no
-/// record marks. Both grow under temporary names and get their own by finish(), so that a run that failed
-/// leaves no results.
+/// MODFLOW's binary head file and compact cell-by-cell budget file, without record marks.
 class ResultFiles {
 public:
     /// Throws std::runtime_error when a file cannot be made.
     ResultFiles(const std::filesystem::path& heads, const std::filesystem::path& budget);
-    ResultFiles(const ResultFiles&) = delete;
-    ResultFiles& operator=(const ResultFiles&) = delete;
-    ~ResultFiles();
     void write_heads(const Model& model, const Step& step, const std::vector<double>& heads);
     void write_budget(const Model& model, const Step& step, const std::vector<Term>& terms);
     /// Throws std::runtime_error when not everything could be written.
-    void finish();
+    void close();
+    void publish();
 
 private:
-    struct Output {
-        std::filesystem::path name, temporary;
-        std::ofstream file;
-    };
-    std::array<Output, 2> outputs_;
+    ResultFile heads_, budget_;
 };
 
 }  // namespace valley

@@ -86,6 +86,18 @@ std::vector<double> TextInput::array(std::size_t rows, std::size_t columns) {
     return values;
 }
 
+std::vector<double> TextInput::transport_array(std::size_t rows, std::size_t columns) {
+    const std::vector<std::string> record = words(2);
+    const double multiplier = number(record[1]);
+    if (record[0] == "0") return std::vector<double>(rows * columns, multiplier);
+    const bool fields = record[0] == "100" && record.size() > 2;
+    if (!fields && record[0] != "103") fail("array form 0, 100 or 103 was expected, found " + record[0]);
+    std::vector<double> values =
+        fields ? fixed_values(rows, columns, record[2]) : free_values(rows * columns);
+    for (double& value : values) value *= multiplier;
+    return values;
+}
+
 std::vector<double> TextInput::free_values(std::size_t count) {
     std::vector<double> values;
     while (values.size() < count) {

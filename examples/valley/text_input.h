@@ -22,6 +22,9 @@ public:
     /// beside this one. Numbers are words with (FREE), fields with a format such as (12F8.2), each row on new
     /// lines.
     std::vector<double> array(std::size_t rows, std::size_t columns);
+    /// The same after a control record of MT3DMS: 0 and the value everywhere, 100 and 103 with a multiplier
+    /// and values as fields or as words.
+    std::vector<double> transport_array(std::size_t rows, std::size_t columns);
     /// A whole word as a number.
     double number(const std::string& word) const;
     [[noreturn]] void fail(const std::string& what) const;
