@@ -108,8 +108,8 @@ class Results {
 public:
     Results(const std::filesystem::path& folder, const Grid& grid)
         : grid_(grid),
-          heads_(open(folder / "bench.hds")),
-          budget_(open(folder / "bench.cbb")),
+          heads_(open(files_folder(folder, grid) / (grid.gms ? "bench.hed" : "bench.hds"))),
+          budget_(open(files_folder(folder, grid) / (grid.gms ? "bench.ccf" : "bench.cbb"))),
           heads(grid.cells()) {
         for (std::vector<float>* flows : {&storage, &faces[0], &faces[1], &faces[2]})
             flows->resize(grid.cells());
@@ -332,10 +332,7 @@ void write_all(const Grid& grid, const std::filesystem::path& from, const std::f
 int main(int argc, char** argv) {
     Arguments arguments;
     if (!read_arguments(argc, argv, 2, arguments)) {
-        std::fputs(
-            "usage: bench_floor [--layers N] [--rows N] [--columns N] [--steps N] MODEL_FOLDER "
-            "OUTPUT_FOLDER\n",
-            stderr);
+        std::fprintf(stderr, "usage: bench_floor %s MODEL_FOLDER OUTPUT_FOLDER\n", kSizeOptions);
         return 2;
     }
     write_all(arguments.grid, arguments.folders[0], arguments.folders[1]);

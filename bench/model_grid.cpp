@@ -25,10 +25,14 @@ void Grid::fill() {
             surface.push_back((2000000.0 - 70000.0 * static_cast<double>(k) + noise) / 10000.0);
         }
     }
-    const std::size_t corner = (rows + columns) / 8;
+    const std::size_t first = corner > 0 ? corner : (rows + columns) / 8;
     for (std::size_t cell = 0; cell < layer_cells(); ++cell) {
-        active.push_back(cell / columns + cell % columns >= corner);
+        active.push_back(cell / columns + cell % columns >= first);
     }
+}
+
+std::filesystem::path files_folder(const std::filesystem::path& folder, const Grid& grid) {
+    return grid.gms ? folder / "bench_MODFLOW" : folder;
 }
 
 bool read_arguments(int argc, char** argv, std::size_t folders, Arguments& arguments) {
@@ -36,6 +40,10 @@ bool read_arguments(int argc, char** argv, std::size_t folders, Arguments& argum
     for (int i = 1; i < argc; ++i) {
         if (std::strncmp(argv[i], "--", 2) != 0) {
             arguments.folders.emplace_back(argv[i]);
+            continue;
+        }
+        if (std::strcmp(argv[i], "--gms") == 0) {
+            grid.gms = true;
             continue;
         }
         const long value = i + 1 < argc ? std::atol(argv[i + 1]) : 0;
@@ -47,6 +55,8 @@ bool read_arguments(int argc, char** argv, std::size_t folders, Arguments& argum
             grid.rows = size;
         } else if (std::strcmp(argv[i], "--columns") == 0) {
             grid.columns = size;
+        } else if (std::strcmp(argv[i], "--corner") == 0) {
+            grid.corner = size;
         } else if (std::strcmp(argv[i], "--steps") == 0) {
             grid.steps = static_cast<int>(value);
         } else {
