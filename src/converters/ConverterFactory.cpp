@@ -163,7 +163,7 @@ void ConverterFactory::parseBCF() {
     if (!read) return;
     if (reading_rules.model_no_flow_heads && bcf.has_dry_head) m.dry_head = bcf.dry_head;
     plx::print_surfaces(bcf);
-    plx::store_geometry(m, bcf.delr, bcf.delc, std::move(bcf.tops), std::move(bcf.bottoms));
+    plx::store_geometry(m, in->name(), bcf.delr, bcf.delc, std::move(bcf.tops), std::move(bcf.bottoms));
 }
 
 void ConverterFactory::parseHED_datapos() {
@@ -178,11 +178,6 @@ void ConverterFactory::parseHED_data() {
 
 void ConverterFactory::parseCCF_datapos() {
     std::printf("Generic parseCCF_datapos\t\t\t\t\t\t\t\t\t\t\t\r");
-    if (model().streams.file(ccf_unit) == nullptr) {
-        std::printf("%s file not found\n", flow_file.GetFilePath().c_str());
-        return;
-    }
-    has_general_head = false;
     plx::scan_flows(model(), false);
 }
 
@@ -192,7 +187,11 @@ void ConverterFactory::write_to_PLX() {
     std::printf("Writing to PLX\t\t\t\t\t\t\t\t\t\t\t\t\t\t\r");
     z_origin = 0.0;
     plx::ModelState& m = model();
-    if (out_porosity && m.porosity.empty()) plx::fit_default_porosity(*this);
+    if (out_porosity && m.porosity.empty()) {
+        plx::fit_default_porosity(*this);
+    } else if (out_porosity && default_porosity.GetSize() > 0) {
+        m.warn("the porosity of the model itself is written, not the one that was given");
+    }
     // Without edges and surfaces there is nothing to stand on: the mesh is empty.
     if (!plx::is_whole(m.geometry, m.size())) m.flags = plx::CellFlags();
     plx::ModelWriter(m).write();

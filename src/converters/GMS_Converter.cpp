@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "converters/gms_concentrations.h"
 #include "converters/gms_project.h"
 #include "converters/project_steps.h"
 #include "converters/transport.h"
@@ -41,13 +42,15 @@ void GMS_Converter::parsePROJECT() {
     parseMFN();
     parseDIS();
     parseBA6();
-    plx::find_porosity_source(m);
-    parsePOR();
-    plx::open_gms_results(m);
+    plx::read_gms_results(m);
     plx::scan_results(m, plx::ScanOrder::kFlowsFirst);
     if (!out_mt3d) return;
     if (mt3d_project_file.GetFilePath().length() > 0) parseMTS();
-    plx::find_concentrations(m);
+    if (reading_rules.result_files_by_content) {
+        plx::find_gms_concentrations(m);
+    } else {
+        plx::find_concentrations(m);
+    }
 }
 
 void GMS_Converter::parseMFS() { plx::parse_super_file(model(), plx::kTexts); }

@@ -5,6 +5,7 @@
 #include "converters/gms_concentrations.h"
 #include "converters/gms_project.h"
 #include "converters/project_steps.h"
+#include "converters/transport.h"
 
 namespace plx {
 namespace {
@@ -36,9 +37,7 @@ void GMS_HDF5_Converter::parsePROJECT() {
     parseMFN();
     parseDIS();
     parseBA6();
-    plx::find_porosity_source(m);
-    parsePOR();
-    plx::open_gms_results(m);
+    plx::read_gms_results(m);
     if (m.streams.file(hed_unit) != nullptr) {
         std::printf("opened [%s] hed file\n", head_file.GetFilePath().c_str());
     }
@@ -57,7 +56,7 @@ void GMS_HDF5_Converter::parseDIS() { plx::parse_gms_grid(model(), plx::kTexts);
 void GMS_HDF5_Converter::parseBA6() { plx::parse_gms_basic(model(), plx::kTexts); }
 
 int GMS_HDF5_Converter::parseConcentration(VXArray<double>& values, float& time) {
-    return plx::read_gms_concentrations(model(), values, time) ? 1 : 0;
+    return plx::read_transport_time(model(), values, time) ? 1 : 0;
 }
 
 // Heads and flows are read as those of the converter for discretization files; hosts look for its status
@@ -74,11 +73,6 @@ void GMS_HDF5_Converter::parseHED_data() {
 
 void GMS_HDF5_Converter::parseCCF_datapos() {
     std::printf("MODFLOW2000 parseCCF_datapos\t\t\t\t\t\t\t\t\t\t\t\r");
-    if (model().streams.file(ccf_unit) == nullptr) {
-        std::printf("%s file not found\n", flow_file.GetFilePath().c_str());
-        return;
-    }
-    has_general_head = false;
     plx::scan_flows(model(), true);
 }
 

@@ -119,11 +119,6 @@ void MODFLOW2000_Converter::parseHED_data() {
 
 void MODFLOW2000_Converter::parseCCF_datapos() {
     std::printf("MODFLOW2000_Converter parseCCF_datapos\t\t\t\t\t\t\t\t\t\t\t\r");
-    if (model().streams.file(ccf_unit) == nullptr) {
-        std::printf("%s file not found\n", flow_file.GetFilePath().c_str());
-        return;
-    }
-    has_general_head = false;
     plx::scan_flows(model(), true);
 }
 

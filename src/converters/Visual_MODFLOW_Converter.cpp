@@ -124,6 +124,9 @@ void find_periods(ModelState& model) {
     if (table.empty())
         table.add_flows(model.streams.file(kFlowUnit), display_name(f.flow_file.GetFilePath().c_str()));
     StressPeriods periods = table.take();
+    const bool timed = std::any_of(periods.periods.begin(), periods.periods.end(),
+                                   [](const StressPeriod& period) { return period.length > 0.0; });
+    if (!periods.periods.empty() && !timed) model.warn("no file tells the times of the steps: all are at 0");
     f.nper = static_cast<int>(periods.periods.size());
     store_periods(model, std::move(periods));
 }

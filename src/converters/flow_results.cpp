@@ -132,8 +132,18 @@ bool is_list(const BudgetHeader& h) { return h.compact && (h.type == 2 || h.type
 
 }  // namespace
 
+bool begin_flow_scan(ModelState& model) {
+    ConverterFactory& f = model.factory;
+    if (model.streams.file(f.ccf_unit) == nullptr) {
+        std::printf("%s file not found\n", f.flow_file.GetFilePath().c_str());
+        return false;
+    }
+    f.has_general_head = false;
+    return true;
+}
+
 void scan_flows(ModelState& model, bool constant_head_anywhere) {
-    if (model.size().cells() == 0) return;
+    if (!begin_flow_scan(model) || model.size().cells() == 0) return;
     FlowResults& flows = model.flows;
     flows.files.clear();
     flows.positions.clear();

@@ -43,6 +43,8 @@ struct FlowResults {
     std::array<TermCells, kSlotCount> terms;
 };
 
+/// Prepares the scan of the flow file; false, after the converters' message, when it is not there.
+bool begin_flow_scan(ModelState& model);
 /// Walks all flow files once. `constant_head_anywhere`: see TermRules.
 void scan_flows(ModelState& model, bool constant_head_anywhere);
 /// Loads the face flows and boundary terms of the current step.

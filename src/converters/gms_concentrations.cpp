@@ -1,5 +1,6 @@
 #include "converters/gms_concentrations.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
@@ -90,28 +91,23 @@ bool adopt_gms_file(ModelState& model, const std::string& path, SpeciesFile& spe
     return true;
 }
 
-/// The folders in which GMS may have left concentrations: its own, then those of super file and project.
-std::vector<String> folders_to_try(const ModelState& model) {
-    const ConverterFactory& f = model.factory;
-    const String project = f.project_file.GetDirectoryName();
-    std::vector<String> folders = {project + "\\" + f.project_file.GetFileTitle() + "_MT3DMS"};
-    if (!f.reading_rules.result_files_by_content) return folders;
-    if (f.super_file.GetFilePath().length() > 0) folders.push_back(f.super_file.GetDirectoryName());
-    folders.push_back(project);
-    return folders;
-}
-
 /// Names to try, the one that GMS itself writes first.
 std::vector<std::string> names_to_try(const ModelState& model, int number) {
-    const std::string title = model.factory.project_file.GetFileTitle().c_str();
+    const ConverterFactory& f = model.factory;
     const std::string digits = three_digits(number);
-    // GMS puts two zeros before every number, also before one of two digits.
-    std::vector<std::string> names = {title + "00" + std::to_string(number) + ".con"};
-    if (!model.factory.reading_rules.result_files_by_content) return names;
-    for (const std::string& name : {title + digits + ".con", title + digits + ".ucn",
-                                    title + "." + digits + ".ucn", "mt3d" + digits + ".ucn"}) {
-        if (name != names.front()) names.push_back(name);
+    std::vector<std::string> names;
+    const auto add = [&names](const std::string& name) {
+        if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+    };
+    for (const VXFile* file : {&f.project_file, &f.super_file}) {
+        const std::string title = file->GetFileTitle().c_str();
+        // GMS puts two zeros before every number, also before one of two digits.
+        add(title + "00" + std::to_string(number) + ".con");
+        if (!f.reading_rules.result_files_by_content) return names;
+        for (const char* end : {".con", ".ucn"}) add(title + digits + end);
+        add(title + "." + digits + ".ucn");
     }
+    add("mt3d" + digits + ".ucn");
     return names;
 }
 
@@ -119,7 +115,7 @@ void add_species(ModelState& model, const FolderNames& folders, int number) {
     const std::vector<std::string> names = names_to_try(model, number);
     FolderNames::Opened found = folders.open_first(names);
     if (!found.stream) {
-        tell_missing(folders, names.front());
+        tell_missing(model, folders, names.front(), number);
         return;
     }
     SpeciesFile species;
@@ -135,18 +131,32 @@ void add_species(ModelState& model, const FolderNames& folders, int number) {
 
 }  // namespace
 
+std::vector<String> gms_transport_folders(const ModelState& model) {
+    const ConverterFactory& f = model.factory;
+    const String project = f.project_file.GetDirectoryName();
+    std::vector<String> folders = {project + "\\" + f.project_file.GetFileTitle() + "_MT3DMS"};
+    if (!f.reading_rules.result_files_by_content) return folders;
+    // The folder of the super file has the one for transport beside it, whatever the project's name is now.
+    const String inputs = f.super_file.GetDirectoryName();
+    const std::string beside = inputs.c_str();
+    const std::size_t cut = beside.find_last_of('\\');
+    if (cut != std::string::npos) {
+        folders.push_back(
+            (beside.substr(0, cut + 1) + f.super_file.GetFileTitle().c_str() + "_MT3DMS").c_str());
+    }
+    folders.push_back(inputs);
+    folders.push_back(project);
+    return folders;
+}
+
 void find_gms_concentrations(ModelState& model) {
     std::printf("Determing MT3D file names\n");
     model.transport.species.clear();
-    const FolderNames folders(folders_to_try(model));
+    const FolderNames folders(gms_transport_folders(model));
     read_transport_settings(model, folders);
     // A model without cells, of which nothing was read, has no grid that a file could fit.
     if (model.flags.empty() || model.size().cells() == 0) return;
     for (int number = 1; number <= kMostSpecies; ++number) add_species(model, folders, number);
-}
-
-bool read_gms_concentrations(ModelState& model, VXArray<double>& values, float& time) {
-    return read_transport_time(model, values, time);
 }
 
 bool read_gms_step(ModelState& model, SpeciesFile& species, double* values, float& time) {

@@ -34,10 +34,8 @@ void parse_gms_grid(ModelState& model, const GmsTexts& texts);
 /// Reads the basic package.
 void parse_gms_basic(ModelState& model, const GmsTexts& texts);
 
-/// Looks for the porosity's source, an MT3D project (.mts) or a porosity file (.ptk) named like the super
-/// file, unless the host has set one. The MT3D project also gives the transport settings.
-void find_porosity_source(ModelState& model);
-/// Opens the result files that the name file lists by their usual names.
-void open_gms_results(ModelState& model);
+/// Finds and reads the porosity, whose source is named like the super file unless the host has set one, and
+/// opens the result files that the name file lists by their usual names.
+void read_gms_results(ModelState& model);
 
 }  // namespace plx

@@ -40,23 +40,23 @@ void store_ibound(ModelState& model, int layer, const std::vector<double>& value
 
 namespace {
 
-void check_widths(ModelState& model, const char* name, const std::vector<double>& widths) {
+void check_widths(ModelState& model, const std::string& name, const std::vector<double>& widths) {
     const auto bad = std::find_if(widths.begin(), widths.end(), [](double w) { return !(w > 0.0); });
     if (bad == widths.end()) return;
-    model.fail(std::string(name) + ": width " + std::to_string(bad - widths.begin() + 1) + " is " +
-               std::to_string(*bad));
+    model.fail(name + ": width " + std::to_string(bad - widths.begin() + 1) + " is " + std::to_string(*bad));
 }
 
 }  // namespace
 
-void store_geometry(ModelState& model, const std::vector<double>& delr, const std::vector<double>& delc,
-                    std::vector<GridGeometry::Surface> tops, std::vector<GridGeometry::Surface> bottoms) {
+void store_geometry(ModelState& model, const std::string& file, const std::vector<double>& delr,
+                    const std::vector<double>& delc, std::vector<GridGeometry::Surface> tops,
+                    std::vector<GridGeometry::Surface> bottoms) {
     ConverterFactory& f = model.factory;
     const bool reversed = f.row_order == -1;
     const bool true_rows = f.reading_rules.true_row_edges;
     GridGeometry& g = model.geometry;
-    check_widths(model, "DELR", delr);
-    check_widths(model, "DELC", delc);
+    check_widths(model, file + ": DELR", delr);
+    check_widths(model, file + ": DELC", delc);
     g.column_edges = running_sums(delr);
     g.row_edges = row_edges(delc, reversed, true_rows);
     if (true_rows && g.row_edges != row_edges(delc, reversed, false))

@@ -8,9 +8,10 @@ namespace plx {
 /// before cell widths are known its column and row stand for x and y.
 void store_ibound(ModelState& model, int layer, const std::vector<double>& values);
 
-/// Takes edges and surfaces over into the model's geometry.
-void store_geometry(ModelState& model, const std::vector<double>& delr, const std::vector<double>& delc,
-                    std::vector<GridGeometry::Surface> tops, std::vector<GridGeometry::Surface> bottoms);
+/// Takes edges and surfaces over into the model's geometry; `file` is named in problems.
+void store_geometry(ModelState& model, const std::string& file, const std::vector<double>& delr,
+                    const std::vector<double>& delc, std::vector<GridGeometry::Surface> tops,
+                    std::vector<GridGeometry::Surface> bottoms);
 
 /// Takes the stress periods over, counts their steps and announces the time table's size.
 void store_periods(ModelState& model, StressPeriods periods);

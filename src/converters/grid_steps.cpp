@@ -24,7 +24,7 @@ void read_grid(ModelState& m, TextSource& in, const std::function<void()>& tell)
     f.ncol = dis.size.columns;
     f.time_units = time_unit_word(dis.time_unit).c_str();
     f.length_units = length_unit_word(dis.length_unit).c_str();
-    store_geometry(m, dis.delr, dis.delc, std::move(dis.tops), std::move(dis.bottoms));
+    store_geometry(m, in.name(), dis.delr, dis.delc, std::move(dis.tops), std::move(dis.bottoms));
     store_periods(m, std::move(dis.periods));
 }
 

@@ -39,6 +39,7 @@ void tell_skipped(const std::string& label) {
 }  // namespace
 
 void scan_link_flows(ModelState& model) {
+    if (!begin_flow_scan(model) || model.size().cells() == 0) return;
     FlowResults& flows = model.flows;
     flows.files.clear();
     flows.positions.clear();
@@ -80,11 +81,6 @@ void load_link_flows(ModelState& model) {
 
 void ConverterFactory::parseMT3D_CCF_datapos() {
     std::printf("Generic parseMT3D_FLO_datapos\t\t\t\t\t\t\t\t\t\t\r");
-    if (model().streams.file(ccf_unit) == nullptr) {
-        std::printf("%s file not found\n", flow_file.GetFilePath().c_str());
-        return;
-    }
-    has_general_head = false;
     plx::scan_link_flows(model());
 }
 

@@ -27,6 +27,12 @@ struct CurrentStep {
     double time = 0.0;
 };
 
+/// A file that is named like heads or flows and holds none.
+struct MisnamedFile {
+    std::string fault;     ///< file, and what it holds instead
+    bool damaged = false;  ///< it is no result file of any kind
+};
+
 /// What a conversion knows of its model beyond the factory's public members.
 struct ModelState {
     explicit ModelState(ConverterFactory& owner);
@@ -46,11 +52,13 @@ struct ModelState {
     bool has_no_flow_head = false;
     std::optional<double> dry_head;  ///< HDRY, where the flow package gives it
     bool free_format = false;        ///< FREE in the basic package
+    int default_material = 0;        ///< of layers that a list of materials leaves out
     bool gms_files = false;          ///< the model is one of GMS: HDF5 array records, "ccf" is a flow file
 
     HeadResults heads;
     FlowResults flows;
-    std::vector<int> flow_units;  ///< all flow files, in the name file's order
+    std::vector<int> flow_units;                               ///< all flow files, in the name file's order
+    std::vector<MisnamedFile> misnamed_heads, misnamed_flows;  ///< in the name file's order
     TransportResults transport;
 
     GridSize size() const { return {factory.nlay, factory.nrow, factory.ncol}; }

@@ -18,6 +18,11 @@ namespace {
 
 constexpr const char* kDelimiters = "\r\n\t ,";
 
+/// A fault of the porosity matters when it was asked for.
+void complain(ModelState& model, const std::string& text) {
+    if (model.factory.out_porosity) model.note(text);
+}
+
 std::string at_line(const VXFileReader& reader, const VXFile& file) {
     return std::string(file.GetFileName().c_str()) + ": line " + std::to_string(reader.CurrentLineNumber()) +
            ": ";
@@ -52,9 +57,9 @@ void read_plain_file(ModelState& model) {
     const std::size_t read = found ? read_numbers(reader, values.data(), values.size()) : 0;
     if (read == 0) std::printf("MODFLOW::read_POR no porosity values found in .ptk file\n");
     if (read < values.size()) {
-        model.note((found ? at_line(reader, file) : file.GetFileName().c_str() + std::string(": ")) +
-                   std::to_string(values.size()) + " porosity values expected, " + std::to_string(read) +
-                   " found");
+        complain(model, (found ? at_line(reader, file) : file.GetFileName().c_str() + std::string(": ")) +
+                            std::to_string(values.size()) + " porosity values expected, " +
+                            std::to_string(read) + " found");
     }
     if (read > 0) model.porosity = std::move(values);
 }
@@ -91,7 +96,7 @@ bool skip_to_porosity(VXFileReader& reader, const GridSize& size, const Skip& sk
 void read_plain_package(ModelState& model, const VXFile& file, const Skip& skip) {
     VXFileReader reader;
     if (!reader.Open(file.GetFilePath().c_str())) {
-        model.note(std::string(file.GetFileName().c_str()) + ": the transport package cannot be opened");
+        complain(model, std::string(file.GetFileName().c_str()) + ": the transport package cannot be opened");
         return;
     }
     const GridSize size = model.size();
@@ -103,7 +108,7 @@ void read_plain_package(ModelState& model, const VXFile& file, const Skip& skip)
     if (whole) {
         model.porosity = std::move(values);
     } else {
-        model.note(at_line(reader, file) + "the transport package ends before the porosity does");
+        complain(model, at_line(reader, file) + "the transport package ends before the porosity does");
     }
 }
 
@@ -111,12 +116,13 @@ void read_plain_package(ModelState& model, const VXFile& file, const Skip& skip)
 void read_package(ModelState& model, const std::string& path) {
     const std::unique_ptr<std::FILE, SpeciesFile::Closer> stream(platform::open_file(path.c_str(), "rb"));
     if (!stream) {
-        model.note(display_name(path) + ": the transport package cannot be opened");
+        complain(model, display_name(path) + ": the transport package cannot be opened");
         return;
     }
     TextSource in(stream.get(), display_name(path));
     model.factory.report.rules_used.obey_array_formats = true;
     read_package_porosity(in, model.size(), true, model.porosity, model.problems);
+    if (!model.factory.out_porosity) model.problems.clear();
     model.report_problems();
 }
 
@@ -137,14 +143,13 @@ void ConverterFactory::parsePOR() {
     plx::Problems ignored;  // the date is another reader's business
     if (!plx::read_mt3d_settings(porosity_file, settings, ignored)) {
         std::printf("MODFLOW::read_POR error opening .mts file\n");
-        m.note(std::string(porosity_file.GetFileName().c_str()) + ": the MT3D settings cannot be opened");
+        plx::complain(
+            m, std::string(porosity_file.GetFileName().c_str()) + ": the MT3D settings cannot be opened");
         return;
     }
     if (settings.transport_package.empty()) {
-        const std::string fault =
-            std::string(porosity_file.GetFileName().c_str()) + ": names no transport package (BTN)";
-        // Settings without one are whole for a model whose porosity nobody asked for.
-        if (out_porosity) m.note(fault);
+        plx::complain(
+            m, std::string(porosity_file.GetFileName().c_str()) + ": names no transport package (BTN)");
         return;
     }
     mt3d_transport_file = VXFile(settings.transport_package.c_str());

@@ -33,6 +33,21 @@ Role role_by_content(std::FILE* file) {
     return detect_budget_layout(file) ? Role::kFlows : Role::kNone;
 }
 
+/// What a file that is named like results holds instead.
+MisnamedFile examine_misnamed(std::FILE* file, const std::string& name, Role by_name) {
+    RecordFile in(file, name);
+    if (in.size() == 0) return {name + ": the file is empty", false};
+    if (const auto layout = detect_layer_layout(file)) {
+        LayerHeader header;
+        in.set_layout(*layout);
+        if (in.seek(0) && read_head_header(in, header)) {
+            return {in.place(0) + ": the file holds " + trimmed_label(header.label), false};
+        }
+    }
+    const char* kind = by_name == Role::kHeads ? "head" : "budget";
+    return {in.place(0) + ": no " + kind + " record begins here", true};
+}
+
 void assign_role(ModelState& model, const NameFileEntry& entry) {
     ConverterFactory& f = model.factory;
     std::FILE* file = model.streams.file(entry.unit);
@@ -43,6 +58,10 @@ void assign_role(ModelState& model, const NameFileEntry& entry) {
         // A link file stands in for a flow file where its name says so and no flow file is there.
         if (role == Role::kNone && by_name == Role::kFlows && begins_as_link(file, true)) role = by_name;
         if (role != by_name) f.report.rules_used.result_files_by_content = true;
+        if (role == Role::kNone && by_name != Role::kNone) {
+            auto& misnamed = by_name == Role::kHeads ? model.misnamed_heads : model.misnamed_flows;
+            misnamed.push_back(examine_misnamed(file, display_name(entry.path), by_name));
+        }
     }
     if (role == Role::kHeads) {
         f.hed_unit = entry.unit;
@@ -65,9 +84,24 @@ const char* text_for(const ModelState& model, const NameFileEntry& entry, const 
     return role == Role::kFlows ? texts.flows : texts.other;
 }
 
+/// Nothing is told of a model without a grid, which has been told already.
+void tell_missing_results(ModelState& model, const std::vector<MisnamedFile>& misnamed,
+                          const std::string& kind, const std::string& what) {
+    if (model.size().cells() == 0) return;
+    for (const MisnamedFile& file : misnamed) {
+        if (file.damaged) {
+            model.fail(file.fault);
+        } else {
+            model.warn(file.fault);
+        }
+    }
+    model.warn("no " + kind + " file: " + what + " are left out");
+}
+
 void switch_off_heads(ModelState& model) {
     ConverterFactory& f = model.factory;
-    if (f.out_head_nodes || f.out_head_cells) model.warn("no head file: heads are left out");
+    if (f.out_head_nodes || f.out_head_cells)
+        tell_missing_results(model, model.misnamed_heads, "head", "heads");
     f.out_head_nodes = f.out_head_cells = false;
 }
 
@@ -76,7 +110,7 @@ void switch_off_flows(ModelState& model) { model.factory.out_ccf = model.factory
 void scan_flow_file(ModelState& model) {
     ConverterFactory& f = model.factory;
     std::FILE* file = model.streams.file(f.ccf_unit);
-    if (file == nullptr && f.out_ccf) model.warn("no flow file: flows are left out");
+    if (file == nullptr && f.out_ccf) tell_missing_results(model, model.misnamed_flows, "flow", "flows");
     if (file == nullptr || !f.out_ccf) {
         switch_off_flows(model);
         return;
@@ -89,24 +123,36 @@ void scan_flow_file(ModelState& model) {
     }
 }
 
-/// Fills the step times from the flow file, or from a head file whose heads nobody asked for.
+/// Scans flows of which only the steps are wanted.
+void scan_steps_of_flows(ModelState& model) {
+    ConverterFactory& f = model.factory;
+    // Rules about the terms change nothing.
+    const ReadingRules before = f.report.rules_used;
+    if (begins_as_link(model.streams.file(f.ccf_unit), f.reading_rules.detect_result_layout)) {
+        f.parseMT3D_CCF_datapos();
+    } else {
+        f.parseCCF_datapos();
+    }
+    const bool layout = f.report.rules_used.detect_result_layout;
+    f.report.rules_used = before;
+    f.report.rules_used.detect_result_layout |= layout;
+}
+
+/// Fills the step times from the flow file, or from a head file whose heads nobody asked for. A flow file
+/// need not hold times; those of the heads are better than what the stress periods give.
 void take_steps_elsewhere(ModelState& model) {
     ConverterFactory& f = model.factory;
     if (!model.times.empty()) return;
-    const bool flows_there = model.streams.file(f.ccf_unit) != nullptr && f.mt3d_ccf_mode == 0;
-    if (flows_there && !f.out_ccf) {
-        // Only times are taken, so rules about the terms change nothing.
-        const ReadingRules before = f.report.rules_used;
-        f.parseCCF_datapos();
-        const bool layout = f.report.rules_used.detect_result_layout;
-        f.report.rules_used = before;
-        f.report.rules_used.detect_result_layout |= layout;
-    }
-    for (const auto& [step, time] : model.flows.times) {
+    if (model.streams.file(f.ccf_unit) != nullptr && !f.out_ccf) scan_steps_of_flows(model);
+    const auto& flows = model.flows.times;
+    const bool timed =
+        std::none_of(flows.begin(), flows.end(), [](const auto& step) { return step.second < 0.0; });
+    if ((flows.empty() || !timed) && model.streams.file(f.hed_unit) != nullptr) f.parseHED_datapos();
+    for (const auto& [step, time] : flows) {
         if (step.first >= f.nper || step.second >= model.periods.largest_steps()) continue;
-        model.times[step] = time >= 0.0 ? time : model.periods.end_time(step.first, step.second);
+        const double end = time >= 0.0 ? time : model.periods.end_time(step.first, step.second);
+        model.times.try_emplace(step, end);
     }
-    if (model.times.empty() && model.streams.file(f.hed_unit) != nullptr) f.parseHED_datapos();
     if (!model.times.empty()) f.report.rules_used.steps_from_flow_file = true;
 }
 

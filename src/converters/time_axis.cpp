@@ -28,6 +28,12 @@ constexpr double kLongestSpan = 3615897.0;
 
 }  // namespace
 
+bool is_time_word(const std::string& word, bool full_words) {
+    return std::any_of(kTimeWords.begin(), kTimeWords.end(), [&](const TimeWord& known) {
+        return word == known.brief || (full_words && word == known.full);
+    });
+}
+
 double day_factor(const std::string& word, bool full_words, bool& used) {
     for (const TimeWord& known : kTimeWords) {
         if (word == known.brief) return known.days;

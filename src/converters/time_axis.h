@@ -12,6 +12,9 @@ namespace plx {
 /// @param used        set when that changed the factor.
 double day_factor(const std::string& word, bool full_words, bool& used);
 
+/// True for a word that day_factor knows.
+bool is_time_word(const std::string& word, bool full_words);
+
 /// Time with three decimals in which "." is "_": 365.25 gives "365_250".
 std::string time_text(double time);
 

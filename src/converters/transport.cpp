@@ -41,21 +41,26 @@ const char* message_of(ConcentrationField field) {
 /// Names to try under the conversion's rules.
 std::vector<std::string> names_to_try(const ModelState& model, int number) {
     const std::string title = model.factory.project_file.GetFileTitle().c_str();
-    if (!model.factory.reading_rules.result_files_by_content) {
-        return species_file_names(title, number, model.transport.naming_style);
-    }
+    std::vector<std::string> names = species_file_names(title, number, model.transport.naming_style);
+    if (!model.factory.reading_rules.result_files_by_content) return names;
     const std::string digits = three_digits(number);
-    return {title + digits + ".ucn", title + "." + digits + ".ucn", "mt3d" + digits + ".ucn"};
+    for (const std::string& name :
+         {title + digits + ".ucn", title + "." + digits + ".ucn", "mt3d" + digits + ".ucn"}) {
+        if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+    }
+    return names;
 }
 
 void add_species(ModelState& model, const FolderNames& folder, int number) {
     const std::vector<std::string> names = names_to_try(model, number);
     FolderNames::Opened found = folder.open_first(names);
     if (!found.stream) {
-        tell_missing(folder, names.front());
+        tell_missing(model, folder, names.front(), number);
         return;
     }
-    if (found.tried == 2) model.factory.report.rules_used.result_files_by_content = true;
+    const String title = model.factory.project_file.GetFileTitle();
+    const auto plain = species_file_names(title.c_str(), number, model.transport.naming_style).size();
+    if (found.tried >= plain) model.factory.report.rules_used.result_files_by_content = true;
     SpeciesFile species;
     species.number = number;
     species.stream = std::move(found.stream);
@@ -78,6 +83,9 @@ void compare_times(ModelState& model, const SpeciesFile& species, float time, fl
                " where the first species is at " + std::to_string(first_time));
 }
 
+/// By the plain rules records count in their order, whatever layer they name, as those of heads do.
+bool takes_any_layer(const ModelState& model) { return !model.factory.reading_rules.head_records_only; }
+
 /// Reads one layer; false after a message.
 bool read_layer(ModelState& model, SpeciesFile& species, int layer, double* values, float& time) {
     RecordFile& in = *species.file;
@@ -85,10 +93,17 @@ bool read_layer(ModelState& model, SpeciesFile& species, int layer, double* valu
     LayerHeader header;
     ConcentrationField field = read_concentration_header(in, header);
     if (field == ConcentrationField::kNone) {
-        const std::string fault = concentration_grid_fault(header, model.size(), layer + 1);
+        const bool any = takes_any_layer(model);
+        const std::string fault =
+            concentration_grid_fault(header, model.size(), any ? header.layer : layer + 1);
         if (!fault.empty()) {
             model.fail(in.place(position) + ": " + fault);
             return false;
+        }
+        if (header.layer != layer + 1 && !species.told_layers) {
+            species.told_layers = true;
+            model.warn(in.place(position) + ": layer " + std::to_string(header.layer) +
+                       " is taken for layer " + std::to_string(layer + 1));
         }
         if (!in.read_reals(values, model.size().per_layer())) field = ConcentrationField::kValues;
     }
@@ -116,20 +131,27 @@ std::string three_digits(int number) {
     return std::string(3 - std::min<std::size_t>(text.size(), 3), '0') + text;
 }
 
-void tell_missing(const FolderNames& folders, const std::string& name) {
+void tell_missing(ModelState& model, const FolderNames& folders, const std::string& name, int number) {
     std::printf("MT3D : Write_File - Error opening %s for input\n", folders.first_path(name).c_str());
+    const VX1DArray<String>& names = model.factory.species_names;
+    if (number > names.GetSize() || names[number - 1].length() == 0) return;
+    model.warn(name + ": the concentrations of species " + names[number - 1].c_str() + " are not there");
 }
 
 bool adopt_species(ModelState& model, const std::string& path, SpeciesFile& species) {
     const std::string name = display_name(path);
     species.file = std::make_unique<RecordFile>(species.stream.get(), name);
     const auto layout = detect_layer_layout(species.stream.get());
+    const bool plain = !model.factory.reading_rules.result_files_by_content;
     if (!layout) {
+        // By the plain rules a file that ends within its first header ends the transport times.
+        if (plain && species.file->size() < kConcentrationHeader) return true;
         model.fail(name + ": byte 0: no concentration record begins here");
         return false;
     }
     if (!adopt_layout(model, *species.file, *layout)) return false;
-    const std::string fault = check_first_concentrations(*species.file, model.size(), species.time_bytes);
+    const std::string fault =
+        check_first_concentrations(*species.file, model.size(), takes_any_layer(model), species.time_bytes);
     if (!fault.empty()) model.fail(fault);
     return fault.empty();
 }

@@ -24,7 +24,7 @@ std::string three_digits(int number);
 std::vector<std::string> species_file_names(const std::string& title, int number, int style);
 
 /// Tells that a species has no file, with the path of the first name that was tried.
-void tell_missing(const FolderNames& folders, const std::string& name);
+void tell_missing(ModelState& model, const FolderNames& folders, const std::string& name, int number);
 /// Sets up the reading of an open MT3D concentration file; false after a message for one that does not belong
 /// to the model.
 bool adopt_species(ModelState& model, const std::string& path, SpeciesFile& species);

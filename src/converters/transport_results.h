@@ -22,6 +22,7 @@ struct SpeciesFile {
     std::unique_ptr<GmsSteps> steps;   ///< of a GMS dataset file
     /// Size of an MT3D file's first transport time, all layers; 0 when the file is shorter.
     std::int64_t time_bytes = 0;
+    bool told_layers = false;  ///< that records name other layers than their place does was warned of
 
     const std::string& name() const { return steps ? steps->name() : file->name(); }
     bool at_end() const { return steps ? steps->left() == 0 : file->at_end(); }

@@ -102,13 +102,13 @@ Hdf5Id UnitStreams::hdf5_file(const std::string& name, const TextSource& from) {
 long long UnitStreams::most_cells() const {
     constexpr long long kFree = 5'000'000, kCellsPerByte = 16;
     long long bytes = 0;
-    // The grid's size is read before the first array names its HDF5 file, which is called like the inputs.
-    std::set<std::string> arrays;
-    for (const OpenHdf5& open : hdf5_) arrays.insert(open.path);
-    for (const auto& [number, path] : paths_) arrays.insert(path.substr(0, path.rfind('.')) + ".h5");
-    for (const std::string& path : arrays) {
-        const std::unique_ptr<std::FILE, Closer> stored(platform::open_file(path.c_str(), "rb"));
-        if (stored) bytes += std::max<std::int64_t>(platform::file_size(stored.get()), 0);
+    // The grid's size is read before the first array names its HDF5 file.
+    for (const std::string& name :
+         platform::folder_names(folder_().c_str()).value_or(std::vector<std::string>())) {
+        if (!name.ends_with(".h5")) continue;
+        const std::unique_ptr<std::FILE, Closer> arrays(
+            platform::open_file((folder_() + "\\" + name).c_str(), "rb"));
+        if (arrays) bytes += std::max<std::int64_t>(platform::file_size(arrays.get()), 0);
     }
     for (const auto& [number, path] : paths_)
         bytes += std::max<std::int64_t>(platform::file_size(file(number)), 0);

@@ -1,6 +1,7 @@
 #include "formats/array_record.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 
@@ -38,12 +39,6 @@ bool take_plain_number(TextSource& in, double& value, WordEnd& end) {
     }
     in.advance(static_cast<std::size_t>(p + 1 - ahead.data()), lines);
     return true;
-}
-
-bool is_number(const std::string& word) {
-    const char* const end = word.data() + word.size();
-    double value = 0.0;
-    return word.empty() || parse_double(word.data(), end, value) == end;
 }
 
 ArrayFindings read_words(TextSource& in, const ArrayData& data, const TextRules& rules) {
@@ -195,10 +190,18 @@ bool ArrayReader::read_hdf5(const ArrayControl& control, const ArrayTarget& targ
     if (!fault.empty()) {
         std::fill(target.values.begin(), target.values.end(), 0.0);
         problems_.push_back(hdf5_problem(control, fault, target.what));
-    } else if (control.value != 1.0) {
-        for (double& value : target.values) value *= control.value;
+        return false;
     }
-    return fault.empty();
+    const auto bad = std::find_if_not(target.values.begin(), target.values.end(),
+                                      [](double value) { return std::isfinite(value); });
+    if (bad != target.values.end()) {
+        const std::string number = std::to_string(bad - target.values.begin() + 1);
+        problems_.push_back(hdf5_problem(
+            control, "value " + number + " of " + control.dataset + " is not a number, 0 is used",
+            target.what));
+    }
+    for (double& value : target.values) value = std::isfinite(value) ? value * control.value : 0.0;
+    return true;
 }
 
 bool ArrayReader::read_values(const ArrayControl& control, const ArrayTarget& target) {

@@ -117,7 +117,9 @@ bool read_stress_periods(TextSource& in, const TextRules& rules, int count, bool
     std::string line;
     for (int i = 0; i < count; ++i) {
         bool found = false;
+        std::string place;
         do {
+            place = in.place();
             found = in.read_line(line);
         } while (found && is_comment(line));
         TextSource text = TextSource::of_text(line.substr(0, line.find('#')), in.name());
@@ -129,8 +131,13 @@ bool read_stress_periods(TextSource& in, const TextRules& rules, int count, bool
             return false;
         }
         StressPeriod period;
+        const std::string steps = words.next();
         period.length = to_double(length);
-        period.steps = words.next_int();
+        period.steps = to_int(steps);
+        if (!is_number(length) || !is_number(steps) || period.steps < 1) {
+            problems.push_back(place + ": \"" + line.substr(0, 40) +
+                               "\" is no length and number of steps of a stress period");
+        }
         const std::string multiplier = words.next();
         if (!multiplier.empty()) period.multiplier = to_double(multiplier);
         if (steady_word) period.steady = same_word(words.next(), "SS");

@@ -32,7 +32,8 @@ std::string concentration_grid_fault(const LayerHeader& header, const GridSize& 
            std::to_string(layer) + " of " + std::to_string(grid.layers) + " must follow";
 }
 
-std::string check_first_concentrations(RecordFile& in, const GridSize& grid, std::int64_t& time_bytes) {
+std::string check_first_concentrations(RecordFile& in, const GridSize& grid, bool any_layer,
+                                       std::int64_t& time_bytes) {
     time_bytes = 0;
     const auto layer_bytes = static_cast<std::int64_t>(grid.per_layer()) * in.layout().real_bytes;
     std::string fault;
@@ -42,7 +43,7 @@ std::string check_first_concentrations(RecordFile& in, const GridSize& grid, std
         if (k == grid.layers) time_bytes = position;
         LayerHeader header;
         if (read_concentration_header(in, header) != ConcentrationField::kNone) break;
-        fault = concentration_grid_fault(header, grid, k % grid.layers + 1);
+        fault = concentration_grid_fault(header, grid, any_layer ? header.layer : k % grid.layers + 1);
         if (!fault.empty()) fault = in.place(position) + ": " + fault;
         if (!in.skip(layer_bytes)) break;
     }

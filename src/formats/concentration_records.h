@@ -23,6 +23,9 @@ enum class ConcentrationField {
     kNone
 };
 
+/// Bytes of a header without record markers and with 32-bit reals.
+inline constexpr std::int64_t kConcentrationHeader = 44;
+
 /// Reads a concentration file's header at the position.
 ///
 /// Source: MT3D unformatted concentration file, little-endian: NTRANS, KSTP, KPER (int32), TIME (real),
@@ -37,8 +40,10 @@ std::string concentration_grid_fault(const LayerHeader& header, const GridSize& 
 
 /// Looks at the headers of the first transport time, and of what follows it, and goes back to the begin.
 ///
+/// @param any_layer        records count in their order, whatever layer they name.
 /// @param[out] time_bytes  size of the first transport time; 0 when the file is shorter.
 /// @return "file: byte N: ..." for a file of another grid; empty otherwise, also for a file that ends early.
-std::string check_first_concentrations(RecordFile& in, const GridSize& grid, std::int64_t& time_bytes);
+std::string check_first_concentrations(RecordFile& in, const GridSize& grid, bool any_layer,
+                                       std::int64_t& time_bytes);
 
 }  // namespace plx

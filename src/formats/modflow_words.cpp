@@ -106,4 +106,10 @@ void LineWords::finish() {
     last_ = WordEnd::kEndOfLine;
 }
 
+bool is_number(std::string_view word) {
+    const char* const end = word.data() + word.size();
+    double value = 0.0;
+    return word.empty() || parse_double(word.data(), end, value) == end;
+}
+
 }  // namespace plx

@@ -66,4 +66,7 @@ private:
     WordEnd last_ = WordEnd::kSeparator;
 };
 
+/// True for a word that is a number as a whole, and for an empty one, which counts as 0.
+bool is_number(std::string_view word);
+
 }  // namespace plx

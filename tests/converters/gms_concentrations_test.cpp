@@ -44,7 +44,7 @@ struct GmsRun {
             VXArray<double> values;
             float time = 0.0F;
             const int times = count_transport_times(model);
-            while (read_gms_concentrations(model, values, time)) {
+            while (read_transport_time(model, values, time)) {
                 text << time << ":";
                 for (int i = 0; i < 2 * values.dims.jres(); ++i) text << ' ' << values.data[i];
                 text << "; ";

@@ -159,7 +159,7 @@ TEST(GmsHdf5Converter, ProjectNamesTheSuperFile) {
     const std::pair<const char*, const char*> cases[] = {{"m.mfs", ""},
                                                          {" .\\sub\\..\\M.MFN", ""},
                                                          {"m.txt", "\"m.txt\" is neither a super file"},
-                                                         {"", "is neither a super file"},
+                                                         {"", "p.gpr: no text in dataset"},
                                                          {"runs\\k.mfn", "k.mfs: the super file cannot be"}};
     const SmallModel model(true);
     for (const auto& [name, error] : cases) {
@@ -169,8 +169,11 @@ TEST(GmsHdf5Converter, ProjectNamesTheSuperFile) {
         EXPECT_EQ(result.errors.empty(), *error == '\0') << result.errors;
         EXPECT_NE(result.errors.find(error), std::string::npos) << result.errors;
     }
-    Hdf5Writer(model.folder.file("q.gpr")).ints(SmallModel::kNameFile, {1}, {7});
-    EXPECT_NE(convert(model, "q.gpr", {}).errors.find("q.gpr: no text in dataset"), std::string::npos);
+    // Letters one by one, as texts and as numbers.
+    Hdf5Writer(model.folder.file("q.gpr")).strings(SmallModel::kNameFile, {"m", ".", "m", "f", "s"});
+    EXPECT_EQ(convert(model, "q.gpr", {}).errors, "");
+    Hdf5Writer(model.folder.file("r.gpr")).ints(SmallModel::kNameFile, {6}, {'m', '.', 'm', 'f', 's', 0});
+    EXPECT_EQ(convert(model, "r.gpr", {}).errors, "");
     // Only the modelling programs' rules take the name file alone.
     std::filesystem::remove(model.folder.file("m.mfs"));
     EXPECT_EQ(convert(model, "m.gpr", ReadingRules::modflow()).errors, "");

@@ -19,44 +19,41 @@ struct RandomModel {
     explicit RandomModel(unsigned seed) {
         std::mt19937 random(seed);
         std::uniform_real_distribution<double> width(1.0, 9.0);
-        std::vector<double> delr(5), delc(4);
-        for (double& w : delr) w = width(random);
-        for (double& w : delc) w = width(random);
-        geometry.column_edges = running_sums(delr);
-        geometry.row_edges = row_edges(delc, true, true);
-        for (int k = 0; k < 2; ++k) {
-            std::vector<double> top(20), bottom(20);
-            for (double& z : top) z = 30.0 - 10.0 * k + width(random);
-            for (double& z : bottom) z = 20.0 - 10.0 * k + width(random);
-            geometry.tops.push_back(std::make_shared<const std::vector<double>>(top));
-            geometry.bottoms.push_back(std::make_shared<const std::vector<double>>(bottom));
+        const auto widths = [&](std::size_t n, double base) {
+            std::vector<double> values(n);
+            for (double& v : values) v = base + width(random);
+            return values;
+        };
+        geometry.column_edges = running_sums(widths(5, 0.0));
+        geometry.row_edges = row_edges(widths(4, 0.0), true, true);
+        for (const double base : {20.0, 10.0}) {
+            geometry.tops.push_back(std::make_shared<const std::vector<double>>(widths(20, base + 10.0)));
+            geometry.bottoms.push_back(std::make_shared<const std::vector<double>>(widths(20, base)));
         }
         flags.resize(size);
-        for (std::size_t cell = 0; cell < size.cells(); ++cell) {
+        for (std::size_t cell = 0; cell < size.cells(); ++cell)
             flags.set(cell, random() % 3 == 0 ? 0 : 1, true, false);
-        }
     }
 
-    double centre(const std::vector<double>& edges, int i) const {
-        return (edges[static_cast<std::size_t>(i)] + edges[static_cast<std::size_t>(i) + 1]) * 0.5;
+    bool beside_active(const NodeMesh& mesh, int k, int r, int c) const {
+        const auto active = [&](int m) {
+            const int cell = mesh.cell_around(r, c, m);
+            return cell >= 0 && flags.active(static_cast<std::size_t>(20 * k + cell));
+        };
+        return active(0) || active(1) || active(2) || active(3);
     }
     /// The library's own interpolator with the cell's number as value, or no value where a cell takes no
     /// part.
     VXInterpolateGrid interpolator(bool in_space, bool active_only) const {
         VXInterpolateGrid grid(size.rows, size.columns, size.layers, false);
-        for (int k = 0; k < size.layers; ++k) {
-            for (int i = 0; i < size.rows; ++i) {
-                for (int j = 0; j < size.columns; ++j) {
-                    const auto cell = static_cast<std::size_t>(i * size.columns + j);
-                    const auto layer = static_cast<std::size_t>(k);
-                    const bool taken = !active_only || flags.active(layer * size.per_layer() + cell);
-                    const double z =
-                        in_space ? ((*geometry.tops[layer])[cell] + (*geometry.bottoms[layer])[cell]) * 0.5
-                                 : 0.0;
-                    grid.set_point(taken ? static_cast<double>(cell) : -1.0, i, j, k,
-                                   centre(geometry.column_edges, j), centre(geometry.row_edges, i), z);
-                }
-            }
+        const auto middle = [](double a, double b) { return (a + b) * 0.5; };
+        const auto &x = geometry.column_edges, &y = geometry.row_edges;
+        for (std::size_t n = 0; n < size.cells(); ++n) {
+            const std::size_t k = n / 20, cell = n % 20, i = cell / 5, j = cell % 5;
+            const double z = middle((*geometry.tops[k])[cell], (*geometry.bottoms[k])[cell]);
+            grid.set_point(!active_only || flags.active(n) ? static_cast<double>(cell) : -1.0,
+                           static_cast<int>(i), static_cast<int>(j), static_cast<int>(k),
+                           middle(x[j], x[j + 1]), middle(y[i], y[i + 1]), in_space ? z : 0.0);
         }
         return grid;
     }
@@ -72,36 +69,34 @@ TEST(NodeMesh, WeightsAndElevationsAreThoseOfTheGriddedInterpolation) {
         VXInterpolateGrid in_plane = model.interpolator(false, active_only);
         VXInterpolateGrid in_space = model.interpolator(true, active_only);
         int node = 0;
-        for (int k = 0; k < 2; ++k) {
-            for (int plane = 0; plane < 2; ++plane) {
-                std::vector<double> z;
-                mesh.elevations(k, plane, z);
-                std::size_t place = 0;
-                const auto layer = static_cast<std::size_t>(k);
-                const auto& surface =
-                    plane == 0 ? *model.geometry.tops[layer] : *model.geometry.bottoms[layer];
-                mesh.each_node(k, [&](int r, int c) {
-                    const double x = model.geometry.column_edges[static_cast<std::size_t>(c)];
-                    const double y = model.geometry.row_edges[static_cast<std::size_t>(r)];
-                    cgPointList around;
-                    in_plane.project_point(r, c, k, x, y, 0.0, around);
-                    double expected = 0.0;
-                    for (int i = 0; i < around.count(); ++i) {
-                        expected += around[i][2] * surface[static_cast<std::size_t>(around[i][1])];
-                    }
-                    EXPECT_EQ(z[place], expected);
-                    in_space.project_point(r, c, k, x, y, z[place], around);
-                    int taken = 0;
-                    for (int m = 0; m < 4; ++m) {
-                        const double weight = mesh.weights(node)[static_cast<std::size_t>(m)];
-                        if (weight == 0.0) continue;
-                        EXPECT_EQ(around[taken][1], mesh.cell_around(r, c, m));
-                        EXPECT_EQ(around[taken++][2], weight);
-                    }
-                    EXPECT_EQ(taken, around.count());
-                    EXPECT_EQ(mesh.number(k, plane, r, c), node++);
-                    ++place;
-                });
+        for (const auto& [k, plane] : {std::pair(0, 0), {0, 1}, {1, 0}, {1, 1}}) {
+            std::vector<double> z;
+            mesh.elevations(k, plane, z);
+            const auto& surfaces = plane == 0 ? model.geometry.tops : model.geometry.bottoms;
+            const std::vector<double>& surface = *surfaces[static_cast<std::size_t>(k)];
+            std::size_t place = 0;
+            for (int n = 0; n < 30; ++n) {
+                const int r = n / 6, c = n % 6;
+                if (!model.beside_active(mesh, k, r, c)) continue;
+                EXPECT_EQ(mesh.number(k, plane, r, c), node);
+                const double x = model.geometry.column_edges[static_cast<std::size_t>(c)];
+                const double y = model.geometry.row_edges[static_cast<std::size_t>(r)];
+                cgPointList around;
+                in_plane.project_point(r, c, k, x, y, 0.0, around);
+                double expected = 0.0;
+                for (int i = 0; i < around.count(); ++i)
+                    expected += around[i][2] * surface[static_cast<std::size_t>(around[i][1])];
+                ASSERT_EQ(z.at(place), expected);
+                in_space.project_point(r, c, k, x, y, z[place++], around);
+                int taken = 0;
+                for (int m = 0; m < 4; ++m) {
+                    const double weight = mesh.weights(node)[static_cast<std::size_t>(m)];
+                    if (weight == 0.0) continue;
+                    EXPECT_EQ(around[taken][1], mesh.cell_around(r, c, m));
+                    EXPECT_EQ(around[taken++][2], weight);
+                }
+                EXPECT_EQ(taken, around.count());
+                ++node;
             }
         }
         EXPECT_EQ(node, mesh.nodes());

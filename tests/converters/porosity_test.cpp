@@ -20,6 +20,7 @@ struct Reading {
         ModelState& model = set_grid(factory, {2, 1, 3}, folder);
         if (modflow_rules) factory.reading_rules = ReadingRules::modflow();
         if (!package.empty()) folder.write("site.btn", package);
+        factory.out_porosity = true;
         factory.porosity_file = VXFile(folder.write(source, text).c_str());
         printed = capture_stdout([this] { factory.parsePOR(); });
         values = model.porosity;

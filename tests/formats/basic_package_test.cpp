@@ -80,7 +80,10 @@ TEST(BasicPackage, StressPeriodLines) {
     StressPeriods table;
     Problems problems;
     EXPECT_FALSE(read_stress_periods(in, {}, 9, false, table, problems));
-    EXPECT_EQ(problems, Problems{"a: line 6: 9 stress periods expected, 4 found"});
+    const char* const kNoPeriod = "\" is no length and number of steps of a stress period";
+    EXPECT_EQ(problems,
+              (Problems{std::string("a: line 4: \"") + kNoPeriod, std::string("a: line 5: \"7") + kNoPeriod,
+                        "a: line 6: 9 stress periods expected, 4 found"}));
     std::vector<double> found;
     for (const StressPeriod& p : table.periods)
         found.insert(found.end(), {p.length, 1.0 * p.steps, p.multiplier});

@@ -46,31 +46,28 @@ TEST(cgBox, DistancesAreThoseToTheNearestAndFarthestPoints) {
     for (int trial = 0; trial < 5000; ++trial) {
         const cgPoint a = random_point(random), b = random_point(random), p = random_point(random);
         const cgBox box = cgSegment(a, b).GetExtents();
-        const cgPoint &low = box.min, &high = box.max;
-        const cgPoint nearest(std::clamp(p.x(), low.x(), high.x()), std::clamp(p.y(), low.y(), high.y()),
-                              std::clamp(p.z(), low.z(), high.z()), 0);
-        double farthest = 0.0, min_distance, max_distance;
-        for (unsigned i = 0; i < 8; ++i) {
-            const cgPoint corner((i & 1 ? low : high).x(), (i & 2 ? low : high).y(), (i & 4 ? low : high).z(),
-                                 0);
-            farthest = std::max(farthest, p.GetDistance(corner));
-        }
+        const auto chosen = [&](double (*choose)(double v, double low, double high)) {
+            return cgPoint(choose(p.x(), box.min.x(), box.max.x()), choose(p.y(), box.min.y(), box.max.y()),
+                           choose(p.z(), box.min.z(), box.max.z()), 0);
+        };
+        const cgPoint nearest =
+            chosen([](double v, double low, double high) { return std::clamp(v, low, high); });
+        const cgPoint farthest =
+            chosen([](double v, double low, double high) { return v - low > high - v ? low : high; });
+        double min_distance, max_distance;
         box.GetMinMaxDistance(p, min_distance, max_distance);
         EXPECT_DOUBLE_EQ(min_distance, p.GetDistance(nearest));
-        EXPECT_EQ(max_distance, farthest);
+        EXPECT_DOUBLE_EQ(max_distance, p.GetDistance(farthest));
         EXPECT_DOUBLE_EQ(box.GetDistance2D(p), p.GetDistance2D(nearest));
         EXPECT_EQ(box.ContainsPoint(p), p == nearest);
     }
 }
 
-TEST(cgBox, OverlapAndExtent) {
+TEST(cgBox, OverlapsIncludeItsFaces) {
     const cgBox unit(0, 0, 0, 1, 1, 1), touching(1, 0, 0, 2, 1, 1), reversed(2, 0, 0, 0.5, 1, 1);
     EXPECT_TRUE(unit.IntersectsBox(touching) && unit.IntersectsBox(reversed) && reversed.IntersectsBox(unit));
     EXPECT_FALSE(unit.IntersectsBox({0, 0, 1.5, 1, 1, 2}) || reversed.ContainsPoint({1, 0.5, 0.5, 0}));
     EXPECT_TRUE(unit.ContainsBox({0, 0, 0.5, 1, 1, 1}) && !unit.ContainsBox({0, 0, 0.5, 1, 1.5, 1}));
-    const cgBox point(1, 1, 1, 1, 1, 1), line(1, 1, 1, 1, 2, 1), plane(1, 1, 1, 2, 2, 1);
-    EXPECT_TRUE(point.IsPoint() && point.IsLine() && line.IsLine() && line.IsPlane() && plane.IsPlane());
-    EXPECT_FALSE(line.IsPoint() || plane.IsLine() || unit.IsPlane());
 }
 
 TEST(cgLine, LineRayAndSegmentAgreeWithAClampedParameter) {
@@ -79,9 +76,8 @@ TEST(cgLine, LineRayAndSegmentAgreeWithAClampedParameter) {
         const cgPoint a = random_point(random), b = random_point(random), p = random_point(random);
         if (a == b) continue;
         const cgSegment segment(a, b);
-        const cgElement& as_element = segment;
-        const double line_distance = reference_distance(a, b, p, -1e9, 1e9);
-        EXPECT_NEAR(as_element.GetDistance(p), line_distance, 1e-12);
+        const cgElement& line = segment;
+        EXPECT_NEAR(line.GetDistance(p), reference_distance(a, b, p, -1e9, 1e9), 1e-12);
         EXPECT_NEAR(cgRay(a, b).GetDistance(p), reference_distance(a, b, p, 0, 1e9), 1e-12);
         cgPoint closest;
         const double distance = segment.GetDistance(p, &closest);
@@ -93,12 +89,6 @@ TEST(cgLine, LineRayAndSegmentAgreeWithAClampedParameter) {
         EXPECT_NEAR(segment.GetDistance2D(p, nullptr), flat, 1e-12);
     }
 }
-
-template <class S>
-concept MeasuredWithoutClosestPoint = requires(const S& s, const cgPoint& p) {
-    s.GetDistance(p);
-};
-static_assert(MeasuredWithoutClosestPoint<cgLine> && !MeasuredWithoutClosestPoint<cgSegment>);
 
 TEST(cgSegment, ClosestPointCarriesDataAndMayBeTheQuery) {
     const double start_data[] = {1.0}, end_data[] = {2.0};
@@ -144,17 +134,14 @@ TEST(cgTriangle, BothMethodsGiveDistancesAndSides) {
         const double expected = reference_distance(a, b, c, p);
         cgPoint closest;
         EXPECT_NEAR(t.GetSignedDistance(p, &closest), height > 0 ? expected : -expected, tolerance);
-        if (!longestEdgeFirst) {
-            EXPECT_NEAR(p.GetDistance(closest), expected, tolerance);
-        }
+        EXPECT_TRUE(longestEdgeFirst || std::fabs(p.GetDistance(closest) - expected) < tolerance) << trial;
     }
     cgTriangle flat(cgPoint(0, 0, 0, 0), cgPoint(2, 0, 0, 0), cgPoint(0, 2, 0, 0));
-    EXPECT_EQ(plx::test::capture_stdout([&] {
-                  flat.GetDistance({3, 0, 0, 0}, nullptr, nullptr);
-              }),
+    const cgPoint beside(3, 0, 0, 0);
+    EXPECT_EQ(plx::test::capture_stdout([&] { flat.GetDistance(beside, nullptr, nullptr); }),
               "Point at [3.000000,0.000000,0.000000]: Side==0\n");
     longestEdgeFirst = true;
-    EXPECT_EQ(flat.GetSignedDistance({3, 0, 0, 0}, nullptr), 0.0);
+    EXPECT_EQ(flat.GetSignedDistance(beside, nullptr), 0.0);
     plx::platform::host_runtime() = {};
     EXPECT_GT(host_calls, 0);
 }

@@ -60,26 +60,42 @@ TEST(BOREbuilder, TextProjectAndItsDamages) {
     }
 }
 
-TEST(BOREbuilder, Hdf5BoresTakeTheirContactsByCount) {
-    const SmallProject project;
-    {
-        plx::test::Hdf5Writer file(project.folder.file("p.h5"));
-        const std::string module = "BoreholeModule/";
-        for (const char* axis : {"X", "Y", "Z"}) {
-            file.doubles(module + axis + " Locations", {4}, {1, 2, 3, 4});
+TEST(BOREbuilder, Hdf5BoresShareOutTheContacts) {
+    const struct {
+        std::vector<int> counts;
+        std::vector<std::string> names;
+        std::size_t z_values;
+        std::vector<std::string> expected;  // names, one for each contact
+    } cases[] = {
+        {{2, 1}, {"B 1", "B\t2"}, 3, {"B_1", "B_1", "B_2"}},
+        {{1, 0, 1}, {"a", "b"}, 3, {"a", "", ""}},
+        {{-4, 2147483647, 5}, {"a", "b", "c", "d"}, 3, {"b", "b", "b"}},
+        {{1, 2}, {"a", "b"}, 2, {"a", "b"}},
+        {{}, {"a"}, 3, {"a", "a", "a"}},
+        {{}, {}, 0, {}},
+    };
+    const std::string contacts[] = {"1.000000 4.000000 9.000000 1 ", "2.000000 5.000000 9.000000 0 ",
+                                    "3.000000 6.000000 9.000000 -1 "};
+    for (const auto& c : cases) {
+        const SmallProject project;
+        {
+            plx::test::Hdf5Writer file(project.folder.file("p.h5"));
+            file.doubles("BoreholeModule/X Locations", {3}, {1, 2, 3});
+            file.doubles("BoreholeModule/Y Locations", {4}, {4, 5, 6, 7});
+            file.doubles("BoreholeModule/Z Locations", {c.z_values}, std::vector<double>(c.z_values, 9.0));
+            file.ints("BoreholeModule/Material", {3}, {30, 10, 99});
+            file.ints("BoreholeModule/Number of Contacts", {c.counts.size()}, c.counts);
+            file.strings("BoreholeModule/Name", c.names);
+            file.ints("Material/Id", {3}, {0, 10, 30});
+            file.strings("Material/Name", {"none", "fine sand", "clay", "rock"});
         }
-        file.ints(module + "Material", {4}, {30, 10, 99, 30});
-        file.ints(module + "Number of Contacts", {3}, {1, 0, 2});
-        file.strings(module + "Name", {"bore one", "none"});
-        file.ints("Material/Id", {3}, {0, 10, 30});
-        file.strings("Material/Name", {"first", "fine sand", "clay"});
+        EXPECT_EQ(project.convert("p.h5", Only::kBorehole),
+                  kAnnounced + "S:Writing BORE Output files : \nS:   bor.pgf");
+        std::string expected = "# GMStoPLX generated .pgf file\nElevation fine_sand clay rock \n" +
+                               std::to_string(c.expected.size()) + " 1\n";
+        for (std::size_t i = 0; i < c.expected.size(); ++i) expected += contacts[i] + c.expected[i] + "\n";
+        EXPECT_EQ(project.output("bor.pgf"), expected);
     }
-    EXPECT_EQ(project.convert("p.h5", Only::kBorehole),
-              kAnnounced + "S:Writing BORE Output files : \nS:   bor.pgf");
-    EXPECT_EQ(project.output("bor.pgf"),
-              "# GMStoPLX generated .pgf file\nElevation fine_sand clay \n4 1\n"
-              "1.000000 1.000000 1.000000 1 bore_one\n2.000000 2.000000 2.000000 0 \n"
-              "3.000000 3.000000 3.000000 -1 \n4.000000 4.000000 4.000000 1 \n");
 }
 
 }  // namespace

@@ -107,58 +107,5 @@ TEST_F(Hdf5Objects, ColumnsAreFilledUpCutAndLeftOut) {
     EXPECT_THAT(read_hdf5_columns(open_hdf5_group(file.id(), "Datasets").id(), 3), IsEmpty());
 }
 
-TEST_F(Hdf5Objects, BoresShareOutTheContacts) {
-    const struct {
-        std::vector<int> counts;
-        std::vector<std::string> names;
-        std::size_t z_values;
-        std::vector<int> expected_counts;
-        std::vector<std::string> expected_names;
-    } cases[] = {
-        {{2, 1}, {"B 1", "B\t2"}, 3, {2, 1}, {"B_1", "B_2"}},
-        {{1, 1}, {"a"}, 3, {1, 2}, {"a", ""}},
-        {{-4, 2147483647, 5}, {"a", "b", "c", "d"}, 3, {0, 3, 0}, {"a", "b", "c"}},
-        {{1, 2}, {"a", "b"}, 2, {1, 1}, {"a", "b"}},
-        {{}, {"a"}, 3, {3}, {"a"}},
-        {{}, {}, 0, {}, {}},
-    };
-    for (const auto& c : cases) {
-        const Hdf5Handle file = made([&](Hdf5Writer& out) {
-            out.doubles("X Locations", {3}, {1, 2, 3});
-            out.doubles("Y Locations", {4}, {4, 5, 6, 7});
-            out.doubles("Z Locations", {c.z_values}, std::vector<double>(c.z_values, 9.0));
-            out.ints("Material", {3}, {10, 20, 30});
-            out.ints("Number of Contacts", {c.counts.size()}, c.counts);
-            out.strings("Name", c.names);
-        });
-        Hdf5Bores bores;
-        ASSERT_TRUE(read_hdf5_bores(file.id(), bores, problem_)) << problem_;
-        EXPECT_EQ(bores.contacts_of_bore, c.expected_counts);
-        EXPECT_EQ(bores.names, c.expected_names);
-        EXPECT_TRUE(bores.contacts.y.size() == c.z_values && bores.materials.size() == c.z_values);
-    }
-}
-
-TEST_F(Hdf5Objects, MaterialsLoseTheirFirstElement) {
-    const Hdf5Handle file = made([](Hdf5Writer& out) {
-        out.ints("usual/Id", {3}, {0, 7, 5});
-        out.strings("usual/Name", {"none", "fine sand", "clay", "rock"}, 9, test::Padding::kSpacePadded);
-        out.ints("single/Id", {}, {1});
-        out.strings("single/Name", {});
-    });
-    VX1DArray<int> ids;
-    VX1DArray<String> names;
-    read_hdf5_materials(open_hdf5_group(file.id(), "usual").id(), ids, names);
-    ASSERT_EQ(ids.GetSize(), 2);
-    EXPECT_EQ(ids[1], 5);
-    ASSERT_EQ(names.GetSize(), 3);
-    EXPECT_STREQ(names[0].c_str(), "fine_sand");
-    for (const char* group : {"single", "missing"}) {
-        read_hdf5_materials(open_hdf5_group(file.id(), group).id(), ids, names);
-        EXPECT_EQ(ids.GetSize(), 0) << group;
-        EXPECT_EQ(names.GetSize(), 0) << group;
-    }
-}
-
 }  // namespace
 }  // namespace plx

@@ -49,6 +49,11 @@ TEST_F(Hdf5Project, BuildersRunInTheOrderOfGroupNames) {
     const std::string tin = "S:Converting TIN data into GMF and PLX Field files.\n";
     EXPECT_EQ(convert("Converting "), (Lines{"S:Converting 2D Scatter Point data to GMF files.\n\n",
                                              "S:Converting Bore data to PGF files.\n\n", tin, tin}));
+    EXPECT_EQ(convert("E:"),
+              (Lines{"E:2D Scatter Point : [/2DScatterModule/set] PROPERTIES/Name: no readable text\n",
+                     "E:Bore : [/BoreholeModule] X Locations: no readable numbers\n",
+                     "E:TIN : [/TINModule/a] PROPERTIES/Name: no readable text\n",
+                     "E:TIN : [/TINModule/b] PROPERTIES/Name: no readable text\n"}));
     GMStoPLX_Object_Types(converter.get(), 1, 1, 1, 1, 1, 0, 1, 1, 0);
     EXPECT_EQ(convert("Converting "), (Lines{tin, tin}));
 }
@@ -78,7 +83,7 @@ TEST_F(Hdf5Project, SolutionsNeedTheirTypesAndModelFiles) {
             if (types) file.strings("Solutions/Solution Type", {"MODFSOL", "OTHER", "MODFSOL"}, 7);
             if (files) file.strings("Model Files/MODFLOW/Name File", {"m.nam"});
         }
-        EXPECT_EQ(convert("E:").size(), types ? 0U : 1U);
+        EXPECT_EQ(convert("Dataset \"Solutions/Solution Type\" of ").size(), types ? 0U : 1U);
         EXPECT_EQ(convert("S:" + std::string(60, '_')).size(), types && files ? 2U : 0U);
     }
 }

@@ -4,10 +4,7 @@
 
 #include <array>
 #include <cmath>
-#include <functional>
-#include <random>
 #include <string>
-#include <vector>
 
 #include "plxutils/core/VXNumeric.h"
 #include "plxutils/math/ViewAngles.h"
@@ -27,19 +24,26 @@ Point3 transformed_back(VX4X4Matrix& m, Point3 p) {
     return p;
 }
 
-void expect_near(const Point3& a, const Point3& b, double tolerance = 1e-12) {
+void expect_near(const Point3& a, const Point3& b, double tolerance = 1e-11) {
     for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(a[i], b[i], tolerance) << "coordinate " << i;
+}
+
+void stretch_and_turn(VX4X4Matrix& m) {
+    m.Scale(1, 2, 4);
+    m.ZRotDeg(30);
+    m.YRotDeg(60);
+    m.YShearDeg(45);
+    m.Translate(1, 2, 3);
 }
 
 TEST(VX4X4Matrix, OperationsMoveThePointAndKeepTheFlags) {
     using M = VX4X4Matrix;
-    struct Case {
+    const struct {
         const char* name;
-        std::function<void(M&)> build;
+        void (*build)(M&);
         Point3 expected;  // of (1, 2, 3)
         bool identity, xy_only;
-    };
-    const std::vector<Case> table = {
+    } table[] = {
         {"nothing", [](M&) {}, {1, 2, 3}, true, true},
         {"translate", [](M& m) { m.Translate(10, 20, 30); }, {11, 22, 33}, false, false},
         {"translate x y", [](M& m) { m.Translate(5, 6, 0); }, {6, 8, 3}, false, true},
@@ -55,8 +59,9 @@ TEST(VX4X4Matrix, OperationsMoveThePointAndKeepTheFlags) {
         {"tiny element", [](M& m) { m.set_element(2, 0, 1e-9); }, {1, 2, 3}, true, false},
         {"small element", [](M& m) { m.set_element(2, 0, 1e-8); }, {1, 2, 3.00000001}, false, false},
         {"rows swapped", [](M& m) { m.swap_rows(0, 1); }, {2, 1, 3}, false, false},
+        {"all", stretch_and_turn, {10.825317547305, 15.789419162443, 9.982050807569}, false, false},
     };
-    for (const Case& c : table) {
+    for (const auto& c : table) {
         SCOPED_TRACE(c.name);
         VX4X4Matrix m;
         c.build(m);
@@ -64,25 +69,10 @@ TEST(VX4X4Matrix, OperationsMoveThePointAndKeepTheFlags) {
         EXPECT_EQ(m.is_xylateOnly(), c.xy_only);
         expect_near(transformed(m, {1, 2, 3}), c.expected);
         expect_near(transformed_back(m, c.expected), {1, 2, 3});
-    }
-}
-
-TEST(VX4X4Matrix, InverseTakesRandomTransformsBack) {
-    std::mt19937 generator(3);
-    std::uniform_real_distribution<double> value(-2.0, 2.0);
-    VX4X4Matrix m;
-    for (int trial = 0; trial < 200; ++trial) {
-        if (trial % 8 == 0) m.MakeIdentity();
-        m.XRot(value(generator));
-        m.ZRot(value(generator));
-        m.Scale(1.5, 0.75, 1.25);
-        m.Translate(value(generator), value(generator), value(generator));
-        const Point3 p{value(generator), value(generator), value(generator)};
-        const Point3 q = transformed(m, p);
-        expect_near(transformed_back(m, q), p, 1e-9);
-        VX4X4Matrix copy(m);
-        expect_near(transformed(copy.Inverse(), q), p, 1e-9);
-        expect_near(transformed(m * copy.Inverse(), p), p, 1e-9);
+        expect_near(transformed(VX4X4Matrix(m).Inverse(), c.expected), {1, 2, 3});
+        expect_near(transformed(m * VX4X4Matrix(m).Inverse(), {1, 2, 3}), {1, 2, 3});
+        c.build(m);  // the inverse that it keeps by now does not fit any more
+        expect_near(transformed_back(m, transformed(m, {1, 2, 3})), {1, 2, 3});
     }
 }
 
@@ -92,12 +82,6 @@ TEST(VX4X4Matrix, FloatsComeBackTransposed) {
     VX4X4Matrix(in.data()).Transpose().MatToFloat(out.data());
     for (std::size_t i = 0; i < 16; ++i) EXPECT_EQ(out[i], in[i % 4 * 4 + i / 4]);
 }
-
-template <class M>
-concept Resizable = requires(M& m) {
-    m.reset_dim(2, 2);
-};
-static_assert(Resizable<VXMatrix> && !Resizable<VX4X4Matrix>);
 
 TEST(VX4X4Matrix, ResizedThroughItsBaseItLeavesPointsAlone) {
     VX4X4Matrix m;
@@ -110,16 +94,15 @@ TEST(VX4X4Matrix, ResizedThroughItsBaseItLeavesPointsAlone) {
 }
 
 TEST(ViewAngles, ViewsTurnedAboutXAndZ) {
-    struct Case {
+    const double half = std::atan(0.5) * 180.0 / PI();
+    const struct {
         double x_angle, z_angle, elevation, azimuth;
         const char* text;
-    };
-    const double half = std::atan(0.5) * 180.0 / PI();
-    const std::vector<Case> table = {{0, 0, 90, 180, "\nxRot: 0.000000\n"},
-                                     {-30, 45, 60, 180 + half, "\nxRot: 30.000000\n"},
-                                     {30, 135, -60, half, "\nxRot: -30.000000\n"},
-                                     {30, -135, -60, 360 - half, "\nxRot: -30.000000\n"}};
-    for (const Case& c : table) {
+    } table[] = {{0, 0, 90, 180, "\nxRot: 0.000000\n"},
+                 {-30, 45, 60, 180 + half, "\nxRot: 30.000000\n"},
+                 {30, 135, -60, half, "\nxRot: -30.000000\n"},
+                 {30, -135, -60, 360 - half, "\nxRot: -30.000000\n"}};
+    for (const auto& c : table) {
         SCOPED_TRACE(c.azimuth);
         VX4X4Matrix view;
         view.ZRotDeg(c.z_angle);
