@@ -9,6 +9,7 @@
 #include "plxconvert/info_model.h"
 #include "plxconvert/info_output.h"
 #include "plxconvert/messages.h"
+#include "plxconvert/model_kind.h"
 #include "plxconvert/words.h"
 
 namespace plx::tool {
@@ -55,6 +56,9 @@ GmsDescription read_project(const std::filesystem::path& file, const std::string
     project.errors = collector.texts();
     if (!summary.problem.empty()) project.errors.push_back("'" + path + "': " + summary.problem);
     if (kind == "text" && summary.problem.empty() && summary.files.empty()) {
+        if (is_binary(file)) {
+            throw InputFault("'" + path + "' is no GMS project: it is neither text nor an HDF5 file");
+        }
         project.errors.push_back("'" + path + "' is a GMS project that names no files");
     }
     return project;

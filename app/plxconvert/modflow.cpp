@@ -27,7 +27,7 @@ namespace plx::tool {
 namespace {
 
 struct Options {
-    std::string project, kind = "auto", outputs, porosity, dest, rules = "modflow";
+    std::string project, kind = "auto", outputs = "all", porosity, dest, rules = "modflow";
     std::vector<double> crop;
     bool compress = false, trace = false, quiet = false;
     // Filled by check().
@@ -91,6 +91,18 @@ void run_converter(ConverterFactory& factory, const std::filesystem::path& proje
                                  box[3]);
 }
 
+/// Warns of porosities that do not fit the layers, whose number is known after the conversion only.
+void check_porosity_count(ConverterFactory& factory, std::size_t given) {
+    const auto layers = static_cast<std::size_t>(std::max(factory.nlay, 0));
+    // The library fits the values to the layers when it writes them, and not when the model has its own.
+    const bool written = factory.default_porosity.GetSize() == factory.nlay;
+    if (given <= 1 || layers == 0 || given == layers || !written) return;
+    factory.report.warnings.push_back("--porosity has " + counted(static_cast<long long>(given), "value") +
+                                      " for " + counted(static_cast<long long>(layers), "layer") + ": " +
+                                      (given < layers ? "the last one serves the remaining layers"
+                                                      : "those beyond the layers are left out"));
+}
+
 /// Adds what a person asked for by name and did not get, and a conversion without field files.
 void add_missing(const ConverterFactory& factory, const OutputChoice& choice,
                  std::vector<std::string>& errors) {
@@ -104,7 +116,7 @@ void add_missing(const ConverterFactory& factory, const OutputChoice& choice,
                              "' was asked for, but the model has none");
         }
     }
-    if (errors.empty() && factory.report.steps == 0) {
+    if (errors.empty() && factory.report.steps == 0 && factory.report.transport_times == 0) {
         errors.emplace_back("no field file was written, only the mesh: the model has no saved time steps");
     }
 }
@@ -132,6 +144,7 @@ int convert(Options& options) {
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     bar.erase();
 
+    check_porosity_count(*factory, options.porosities.size());
     const ConversionReport& report = factory->report;
     std::vector<std::string> errors = collector.merged_with(report);
     add_missing(*factory, options.choice, errors);
@@ -157,7 +170,9 @@ void add_options(CLI::App& command, Options& options) {
         ->check(CLI::IsMember(kind_words()));
     command.add_option("--outputs", options.outputs, "Results to write, comma separated (see below)")
         ->option_text("LIST");
-    command.add_option("--porosity", options.porosity, "Porosity of the layers from the top; one serves all")
+    command
+        .add_option("--porosity", options.porosity,
+                    "Porosity of the layers from the top; one value serves all")
         ->option_text("V[,V...]");
     command.add_flag("--compress", options.compress, "Write gzip field files (.pfz)");
     command.add_option("--crop", options.crop, "Only cells whose centre lies in the rectangle")

@@ -41,11 +41,12 @@ const OutputTable& output_table() {
         {"elev_top", "top elevation of the cells", &ConverterFactory::out_elev_top},
         {"elev_bottom", "bottom elevation of the cells", &ConverterFactory::out_elev_bottom},
         {"material", "material number of the cells", &ConverterFactory::out_material},
-        {"porosity", "porosity of the cells (values by --porosity, else 0)", &ConverterFactory::out_porosity},
+        {"porosity", "porosity of the cells (the transport package's, else --porosity, else 0)",
+         &ConverterFactory::out_porosity},
         {"head_cells", "heads of the cells", &ConverterFactory::out_head_cells},
         {"boundary_flows", "flows of wells, drains, rivers and other boundaries (needs ccf)",
          &ConverterFactory::out_boundary_flows},
-        {"mt3d", "concentrations of MT3D", &ConverterFactory::out_mt3d},
+        {"mt3d", "concentrations of MT3D, as field files of their own times", &ConverterFactory::out_mt3d},
     }};
     return table;
 }
@@ -55,7 +56,7 @@ OutputChoice parse_outputs(const std::string& list, bool porosity_given) {
     const std::size_t porosity = index_of(&ConverterFactory::out_porosity);
     const auto words = split(lower(list), ',');
     const bool alone = words.size() == 1;
-    if (list.empty() || (alone && words[0] == "all")) {
+    if (alone && words[0] == "all") {
         choice.flags.fill(1);
         choice.flags[porosity] = 0;
     } else if (!(alone && words[0] == "none")) {
@@ -84,8 +85,11 @@ std::string outputs_help() {
         text += line;
     }
     return text +
-           "  all             everything that the model has (the default)\n"
-           "  none            the mesh alone\n";
+           "  all             everything that the model has (the default); porosity with --porosity only\n"
+           "  none            the mesh without values\n"
+           "Whatever is chosen, GENERAL gets the mesh and MODFLOW a field file for each saved step; with "
+           "mt3d\n"
+           "or none alone these hold no values. (--rules prescribed writes no steps without heads.)\n";
 }
 
 }  // namespace plx::tool

@@ -24,8 +24,8 @@ struct OutputChoice {
     std::array<bool, Converter::kOutputs> named{};
 };
 
-/// Reads a list of output names: comma separated, letters of either case, or one of "all" and "none". An
-/// empty list is "all", which holds the porosity only when values for it were given.
+/// Reads a list of output names: comma separated, letters of either case, or one of "all" and "none";
+/// "all" holds the porosity only when values for it were given.
 ///
 /// @throws std::invalid_argument with a text for the user.
 OutputChoice parse_outputs(const std::string& list, bool porosity_given);

@@ -90,8 +90,12 @@ Hdf5Id UnitStreams::hdf5_file(const std::string& name, const TextSource& from) {
         const auto open =
             std::find_if(hdf5_.begin(), hdf5_.end(), [&](const OpenHdf5& one) { return one.path == path; });
         if (open != hdf5_.end()) return open->file.id();
+        if (not_hdf5_.contains(path)) continue;
         Hdf5Handle file = open_hdf5_file(path.c_str());
-        if (!file) continue;
+        if (!file) {
+            not_hdf5_.insert(path);
+            continue;
+        }
         if (hdf5_.size() == kMostOpen) hdf5_.erase(hdf5_.begin());
         hdf5_.push_back({path, std::move(file)});
         return hdf5_.back().file.id();

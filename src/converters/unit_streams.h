@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -68,6 +69,7 @@ private:
     std::unique_ptr<std::FILE, Closer> opened_;
     std::unique_ptr<TextSource> opened_text_;
     std::vector<OpenHdf5> hdf5_;
+    std::set<std::string> not_hdf5_;  ///< paths that could not be opened: thousands of records may name one
 };
 
 }  // namespace plx

@@ -207,6 +207,8 @@ TEST_F(Gms, InfoTellsDatasetFilesByTheirContents) {
     EXPECT_EQ(cut.code, 1);
     EXPECT_THAT(cut.err, HasSubstr("plxconvert: "));
     EXPECT_EQ(run_tool({"info", folder_.write("bad.h5", broken_hdf5())}).code, 1);
+    EXPECT_THAT(run_tool({"info", folder_.write("bytes.gpr", std::string(300, '\0'))}).err,
+                HasSubstr("is no GMS project: it is neither text nor an HDF5 file"));
 }
 
 /// Objects by type and name, with their sizes and the ranges of their datasets.

@@ -91,7 +91,8 @@ TEST(ModelKinds, SuperFileGivesAModelThatConvertsWithAllOptions) {
             run_tool({"modflow", project, "--kind", kind, "--dest", folder.file("out"), "--crop", "900",
                       "1900", "1200", "2500", "--porosity", "0.25", "--compress"});
         EXPECT_EQ(run.code, 0);
-        EXPECT_EQ(run.err, "");
+        EXPECT_THAT(run.err, testing::EndsWith(
+                                 "porosity of the model itself is written, not the one that was given\n"));
         EXPECT_THAT(run.out, HasSubstr("site.mfs: GMS model, rules modflow\n"));
         EXPECT_THAT(run.out, HasSubstr("  cells               16\n"));
         EXPECT_THAT(run.out, HasSubstr("  transport            2\n"));
@@ -134,6 +135,19 @@ TEST(ModelKinds, InfoTellsThePlaceAndTheConcentrations) {
     EXPECT_EQ(alone["layers"], 2);
     EXPECT_EQ(alone["steps"].size(), 2u);
     EXPECT_EQ(entry_count(folder), count);
+}
+
+TEST(ModelKinds, InfoBlamesACutResultOnceAndNoTransportPackage) {
+    for (const char* file : {"site002.ucn", "site.hed"}) {
+        const TempFolder folder;
+        const std::string project = write_gms_model(folder);
+        folder.write("site.btn", "salt\n");
+        const std::string whole = folder.read(file);
+        folder.write(file, whole.substr(0, whole.size() - 7));
+        const ToolRun run = run_tool({"info", project});
+        EXPECT_EQ(run.code, 1);
+        EXPECT_THAT(run.err, testing::MatchesRegex("plxconvert: " + std::string(file) + ": byte [^\n]+\n"));
+    }
 }
 
 }  // namespace

@@ -51,6 +51,14 @@ TEST_F(Modflow, QuietPrintsNothingAndDestinationIsMade) {
     EXPECT_EQ(folder_.read("New/Deep/MODFLOW/mod_site_30_000.pfz").substr(0, 2), "\x1f\x8b");
 }
 
+TEST_F(Modflow, PorosityCountThatDoesNotFitTheLayersIsAWarning) {
+    EXPECT_EQ(run_tool({"modflow", project_, "--porosity", "0.3"}).err, "");
+    const ToolRun run = run_tool({"modflow", project_, "--porosity", "0.3,0.2,0.1"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_THAT(run.err, HasSubstr("warning: --porosity has 3 values for 2 layers"));
+    EXPECT_THAT(run.out, HasSubstr("  warnings             1\n"));
+}
+
 TEST_F(Modflow, RulesAreNamedOnlyWhenTheyChangedSomething) {
     folder_.write("site.dis",
                   "2 3 4 1 4 2\n0 0\nCONSTANT 100\nINTERNAL 1 (FREE) 0\n10 20 40\nCONSTANT 20\nCONSTANT 10\n"

@@ -27,6 +27,7 @@ TEST(Usage, WrongOptionsEndWithTwo) {
         {{"modflow", "x.nam", "--outputs", "boundary_flows,head_cells"}, "boundary_flows needs ccf"},
         {{"modflow", "x.nam", "--outputs", "all,ccf"}, "'all' stands alone"},
         {{"modflow", "x.nam", "--outputs", "ccf,"}, "'' is not known"},
+        {{"modflow", "x.nam", "--outputs", ""}, "'' is not known"},
         {{"modflow", "x.nam", "--porosity", "0.3,nan"}, "is not a list of numbers"},
         {{"modflow", "x.nam", "--porosity", "30"}, "fractions from 0 to 1"},
         {{"modflow", "x.nam", "--crop", "0", "0", "1"}, "--crop"},
