@@ -93,6 +93,6 @@ void GMSDataSet::SetName(const char* text, int length) {
     const void* const end = room > 0 ? std::memchr(text, 0, room) : nullptr;
     const std::size_t n =
         end == nullptr ? room : static_cast<std::size_t>(static_cast<const char*>(end) - text);
-    std::memcpy(name, text, n);
+    if (n > 0) std::memcpy(name, text, n);  // text may be null without a length
     std::memset(name + n, 0, sizeof name - n);
 }
