@@ -1,5 +1,6 @@
 #include "plxutils/core/MemoryAllocator.h"
 
+#include <cstddef>
 #include <memory>
 #include <new>
 
@@ -36,10 +37,12 @@ void* MemoryAllocator::Allocate(int n) {
         MemoryBlock* own = AddBlock(n);
         return own ? own->Allocate(n) : nullptr;
     }
-    int i = n >= refused_ ? refusing_ : 0;
+    const bool small = n <= kSmall;
+    int& searched = small ? searched_[static_cast<std::size_t>(n)] : refusing_;
+    int i = small || n >= refused_ ? searched : 0;
     while (i < blockCount && blocks.data[i]->amountAvailable() < n) ++i;
-    refused_ = n;
-    refusing_ = i;
+    searched = i;
+    if (!small) refused_ = n;
     MemoryBlock* block = i < blockCount ? blocks.data[i] : AddBlock(blockSize);
     return block ? block->Allocate(n) : nullptr;
 }

@@ -18,7 +18,12 @@ bool within(double v, double low, double high) { return low <= v && v <= high; }
 
 /// Whether two intervals meet, the ends of each in either order.
 bool meet(double a0, double a1, double b0, double b1) {
-    return std::max(a0, a1) >= std::min(b0, b1) && std::max(b0, b1) >= std::min(a0, a1);
+    return !(std::max(a0, a1) < std::min(b0, b1)) && !(std::max(b0, b1) < std::min(a0, a1));
+}
+
+/// Whether the interval a holds all of b; never for one that lies apart, which reversed ends could hide.
+bool holds(double a0, double a1, double b0, double b1) {
+    return b0 <= a1 && a0 <= b1 && a0 <= b0 && b1 <= a1;
 }
 
 /// The larger distance from v to one of the two bounds.
@@ -67,8 +72,8 @@ bool cgBox::ContainsPoint(const cgPoint& p) const {
 }
 
 bool cgBox::ContainsBox(const cgBox& b) const {
-    return min.x() <= b.min.x() && b.max.x() <= max.x() && min.y() <= b.min.y() && b.max.y() <= max.y() &&
-           min.z() <= b.min.z() && b.max.z() <= max.z();
+    return holds(min.x(), max.x(), b.min.x(), b.max.x()) && holds(min.y(), max.y(), b.min.y(), b.max.y()) &&
+           holds(min.z(), max.z(), b.min.z(), b.max.z());
 }
 
 bool cgBox::IntersectsBox(const cgBox& b) const {

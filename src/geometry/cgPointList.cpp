@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr int kMostReserved = 1 << 20;
+
 /// What the comparisons of the sorts by and with data work with.
 struct SortParameters {
     int first = 0;
@@ -76,7 +78,8 @@ const cgPoint& cgPointList::operator[](int i) const {
 void cgPointList::resize(int n) {
     if (m_capacity >= n) return;
     set_capacity(std::int64_t{n} + std::max(m_grow_size, 0));
-    m_array.reserve(index(n));
+    // Only a hint: a host may announce far more points than ever come.
+    m_array.reserve(index(std::min(n, kMostReserved)));
 }
 
 void cgPointList::append(const cgPoint& p) {

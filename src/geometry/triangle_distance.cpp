@@ -13,7 +13,8 @@ double edge_from_corner(double length, double slope, double f) {
     return f - slope * slope / length;
 }
 
-/// Nearest on the edge opposite of B; s is the share of E0, from (0, 1) to (1, 0).
+/// Nearest on the edge opposite of B; s is the share of E0, from (0, 1) to (1, 0). With the roles of the two
+/// edges exchanged it starts at the other corner.
 double opposite_edge(double a, double b, double c, double d, double e, double f) {
     const double numerator = (c + e) - (b + d);
     if (numerator <= 0.0) return c + 2.0 * e + f;
@@ -42,7 +43,9 @@ double triangle_squared_distance(double a, double b, double c, double d, double 
     }
     // Regions 2 and 6 lie at a corner: one of its two edges is nearest.
     if (s < 0.0 && (c + e) <= (b + d)) return edge_from_corner(c, e, f);
-    if (s >= 0.0 && t < 0.0 && (a + d) <= (b + e)) return edge_from_corner(a, d, f);
+    if (s >= 0.0 && t < 0.0) {
+        return (a + d) <= (b + e) ? edge_from_corner(a, d, f) : opposite_edge(c, b, a, e, d, f);
+    }
     return opposite_edge(a, b, c, d, e, f);
 }
 

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <random>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -32,21 +34,62 @@ TEST(cgPointList, CapacityCountAndEmptiness) {
         std::array<int, 3> expected;
     } table[] = {
         {"index", [](List& l) { l[250]; }, {300, 251, false}},
-        {"index at capacity", [](List& l) { l[99], l[100]; }, {200, 101, false}},
         {"resize", [](List& l) { l.resize(10); }, {110, 0, false}},
         {"negative resize", [](List& l) { l.resize(-5); }, {0, 0, true}},
-        {"append", [](List& l) { l.append(at(1)); }, {100, 1, false}},
         {"no grow size", [](List& l) { l.grow_size() = 0, l[7], l.append(at(1)); }, {9, 9, false}},
         {"negative grow size", [](List& l) { l.grow_size() = -7, l.resize(3); }, {3, 0, false}},
-        {"insert", [](List& l) { l.insert(0, at(1), 150), l.append(at(1)); }, {200, 151, false}},
         {"insert nothing", [](List& l) { l.insert(-1, at(1), 0); }, {0, 0, true}},
-        {"clear", [](List& l) { l[5], l.clear(); }, {0, 0, true}},
         {"own copy", [](List& l) { l[5], l.CopyFromList(l); }, {0, 0, true}},
     };
     for (const auto& c : table) {
         List list;
         c.change(list);
         EXPECT_EQ((std::array<int, 3>{list.capacity(), list.count(), list.empty()}), c.expected) << c.name;
+    }
+}
+
+/// The growth rules of the list, step by step, on plain numbers.
+struct PlainList {
+    Xs slots;
+    int capacity, grow, count;
+
+    void set_size(int size) { slots.resize(static_cast<std::size_t>(capacity = size)); }
+    void reach(int size) {
+        int grown = capacity;
+        while (grown < size) grown += grow;
+        if (grown > capacity) set_size(grown);
+    }
+    void set(int i, double x) {
+        reach(i + 1);
+        count = std::max(count, i + 1);
+        slots[static_cast<std::size_t>(i)] = x;
+    }
+    void insert(int place, double x, int n) {
+        reach(count + n);
+        slots.insert(slots.begin() + place, static_cast<std::size_t>(n), x);
+        count += n;
+    }
+};
+
+TEST(cgPointList, RandomCallsFollowTheGrowthRules) {
+    std::mt19937 random(11);
+    cgPointList list;
+    PlainList plain{{}, 0, 100, 0};
+    for (int call = 0; call < 3000; ++call) {
+        const int n = static_cast<int>(random() % 150) + 1, kind = static_cast<int>(random() % 20);
+        const int place = std::min(2 * n, static_cast<int>(plain.slots.size()));
+        if (kind == 0) list.clear(), plain = {{}, 0, plain.grow, 0};
+        if (kind == 1) list.grow_size() = plain.grow = n;
+        if (kind == 2) list[n].SetPoint(call, 0, 0, 0, nullptr), plain.set(n, call);
+        if (kind == 3) list.insert(place, at(call), n), plain.insert(place, call, n);
+        if (kind == 4) list.resize(n);
+        if (kind == 4 && plain.capacity < n) plain.set_size(n + plain.grow);
+        if (kind > 4) list.append(at(call)), plain.set(plain.count, call);
+        ASSERT_EQ(std::tuple(list.capacity(), list.count(), list.empty()),
+                  std::tuple(plain.capacity, plain.count, plain.slots.empty()))
+            << "call " << call;
+        const cgPointList& view = list;
+        for (int i = 0; const double x : plain.slots) ASSERT_EQ(view[i++].x(), x) << "call " << call;
     }
 }
 

@@ -67,6 +67,7 @@ TEST(cgBox, OverlapsIncludeItsFaces) {
     const cgBox unit(0, 0, 0, 1, 1, 1), touching(1, 0, 0, 2, 1, 1), reversed(2, 0, 0, 0.5, 1, 1);
     EXPECT_TRUE(unit.IntersectsBox(touching) && unit.IntersectsBox(reversed) && reversed.IntersectsBox(unit));
     EXPECT_FALSE(unit.IntersectsBox({0, 0, 1.5, 1, 1, 2}) || reversed.ContainsPoint({1, 0.5, 0.5, 0}));
+    EXPECT_FALSE(unit.ContainsBox({5, 0, 0, 0.5, 1, 1}));
     EXPECT_TRUE(unit.ContainsBox({0, 0, 0.5, 1, 1, 1}) && !unit.ContainsBox({0, 0, 0.5, 1, 1.5, 1}));
 }
 
@@ -102,6 +103,28 @@ TEST(cgSegment, ClosestPointCarriesDataAndMayBeTheQuery) {
     EXPECT_EQ(p[0], 1.0);
     EXPECT_EQ(cgSegment(2, 10, 0, 2, 0, 0).GetDistance2DSquared(cgPoint(5, 5, 0, 0), &p), 9.0);
     EXPECT_EQ(p, cgPoint(6, 3, 6, 0));
+}
+
+template <class Shape>
+concept MeasuresWithOneArgument = requires(const Shape& s, const cgPoint& p) {
+    s.GetDistance(p);
+};
+static_assert(MeasuresWithOneArgument<cgRay> && !MeasuresWithOneArgument<cgSegment>);
+
+TEST(cgTriangle, HasNoSideInItsPlaneAndNoDistanceWhenDegenerate) {
+    const cgPoint o(0, 0, 0, 0), x(1, 0, 0, 0), y(0, 1, 0, 0);
+    const struct {
+        cgPoint corner, p;
+        double squared;
+        int side;
+    } table[] = {
+        {y, {0.25, 0.25, 0, 0}, 0, 0}, {y, {3, 4, 0, 0}, 18, 0}, {y, {2, -1, 2, 0}, 6, 1}, {x, y, NAN, 0}};
+    for (const auto& c : table) {
+        int side = 9;
+        const double squared = cgTriangle(o, x, c.corner).GetSquaredDistance(c.p, &side, nullptr);
+        EXPECT_TRUE(std::isnan(c.squared) ? std::isnan(squared) : std::fabs(squared - c.squared) < 1e-12);
+        EXPECT_EQ(side, c.side) << c.squared;
+    }
 }
 
 TEST(cgTriangle, LongestEdgeComesFirst) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "plxutils/core/MemoryBlock.h"
 #include "plxutils/core/VX1DArray.h"
 #include "plxutils/export.h"
@@ -26,8 +28,13 @@ private:
     int blockSize;
     int blockCount;
     VX1DArray<MemoryBlock*> blocks;
-    // The first `refusing_` blocks have no room for `refused_` bytes: free room only falls, so a search for
-    // as much or more starts behind them.
+    // Most sizes that are asked for again and again, in bytes.
+    static constexpr int kSmall = 256;
+
+    // Free room only falls, so the first block with room for a size never moves back. searched_[n] is how
+    // many blocks are known to have no room for n bytes; for large sizes the first `refusing_` blocks have no
+    // room for `refused_` bytes or more.
+    std::array<int, kSmall + 1> searched_{};
     int refused_;
     int refusing_;
 };
