@@ -16,5 +16,6 @@ using Action = std::function<int()>;
 void add_modflow_command(CLI::App& app, Action& action);
 void add_gms_command(CLI::App& app, Action& action);
 void add_info_command(CLI::App& app, Action& action);
+void add_interpolate_command(CLI::App& app, Action& action);
 
 }  // namespace plx::tool

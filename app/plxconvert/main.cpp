@@ -25,15 +25,17 @@ constexpr const char* kExamples =
     "      A model of GMS; also site.gpr (HDF5), and site.vmf of Visual MODFLOW.\n"
     "  plxconvert gms site.gpr --dest /data/plx/site\n"
     "      The surfaces and boreholes of a GMS project.\n"
+    "  plxconvert interpolate wells.csv --onto site.nam -o nitrate.pff\n"
+    "      Values of scattered samples at the nodes of a model.\n"
     "\n"
-    "'plxconvert modflow --help', 'plxconvert gms --help' and 'plxconvert info --help' tell the\n"
-    "rest.\n"
+    "'plxconvert COMMAND --help' tells the rest.\n"
     "Exit codes: 0 everything was written; 1 something is wrong with the input or the\n"
     "results could not be written; 2 wrong usage.";
 
 std::string usage_fault(const CLI::App* app, const CLI::Error& error) {
     const auto used = app->get_subcommands();
-    if (used.empty()) return "plxconvert: give a command: info, modflow or gms\nTry 'plxconvert --help'.\n";
+    if (used.empty())
+        return "plxconvert: give a command: info, modflow, gms or interpolate\nTry 'plxconvert --help'.\n";
     return "plxconvert: " + std::string(error.what()) + "\nTry 'plxconvert " + used[0]->get_name() +
            " --help'.\n";
 }
@@ -50,6 +52,7 @@ int run(int argc, char** argv) {
     add_info_command(app, action);
     add_modflow_command(app, action);
     add_gms_command(app, action);
+    add_interpolate_command(app, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -67,4 +67,19 @@ fs::path result_folder(const std::string& given) {
     return path;
 }
 
+fs::path output_file(const std::string& given) {
+    const fs::path path = absolute_path(given);
+    std::error_code fault;
+    if (!fs::is_directory(path.parent_path(), fault)) {
+        throw InputFault("folder " + quoted(path.parent_path().string()) + " does not exist");
+    }
+    if (fs::is_directory(path, fault)) throw InputFault(quoted(given) + " is a folder; give a file in it");
+    check_storable(path);
+    check_found_again(path.parent_path());
+    const VXFile stored(path.string().c_str());
+    fs::path made = VXNativePath(stored.GetFilePath().c_str()).c_str();
+    if (made.empty()) throw InputFault("path " + quoted(given) + " cannot be used");
+    return made;
+}
+
 }  // namespace plx::tool

@@ -17,4 +17,10 @@ std::filesystem::path input_file(const std::string& given,
 /// @throws InputFault when it cannot be made, is no folder, or has a path that the library cannot keep.
 std::filesystem::path result_folder(const std::string& given);
 
+/// Absolute native path of a file to write, in a folder that exists; the file's name is in lower case, as the
+/// library makes it.
+///
+/// @throws InputFault when there is no such folder, it names a folder, or the library cannot keep the path.
+std::filesystem::path output_file(const std::string& given);
+
 }  // namespace plx::tool

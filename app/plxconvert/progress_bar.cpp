@@ -27,7 +27,7 @@ void ProgressBar::say(const std::string& text) {
     if (on_) draw(text);
 }
 
-void ProgressBar::show(int done, int total) {
+void ProgressBar::show(int done, int total, const char* what) {
     if (!on_ || total < 1) return;
     const auto now = std::chrono::steady_clock::now();
     if (done < total && now - last_ < std::chrono::milliseconds(50)) return;
@@ -35,8 +35,8 @@ void ProgressBar::show(int done, int total) {
     constexpr std::int64_t kWidth = 40;
     const std::int64_t part = std::clamp<std::int64_t>(done, 0, total);
     const auto full = static_cast<std::size_t>(part * kWidth / total);
-    draw("[" + std::string(full, '#') + std::string(kWidth - full, '.') + "]  step " + std::to_string(done) +
-         " of " + std::to_string(total));
+    draw("[" + std::string(full, '#') + std::string(kWidth - full, '.') + "]  " + what + " " +
+         std::to_string(done) + " of " + std::to_string(total));
 }
 
 void ProgressBar::erase() {

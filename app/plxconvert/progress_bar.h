@@ -17,8 +17,8 @@ public:
 
     /// Shows a text without a bar.
     void say(const std::string& text);
-    /// Shows `done` of `total` time steps; redrawn at most twenty times a second.
-    void show(int done, int total);
+    /// Shows `done` of `total` time steps or other things; redrawn at most twenty times a second.
+    void show(int done, int total, const char* what = "step");
     void erase();
 
 private:

@@ -1,45 +1,15 @@
 #include "converters/companion_files.h"
 
-#include <array>
+#include "converters/mesh_walk.h"
 
 namespace plx {
-namespace {
-
-/// Calls visit(layer, row, column, cell within the layer) for every active cell, layer by layer.
-template <class Visit>
-void each_active_cell(const ModelState& model, Visit visit) {
-    if (model.flags.empty()) return;
-    const GridSize size = model.size();
-    std::size_t cell = 0;
-    for (int k = 0; k < size.layers; ++k) {
-        std::size_t in_layer = 0;
-        for (int r = 0; r < size.rows; ++r) {
-            for (int c = 0; c < size.columns; ++c, ++cell, ++in_layer) {
-                if (model.flags.active(cell)) visit(k, r, c, in_layer);
-            }
-        }
-    }
-}
-
-}  // namespace
 
 void write_node_coordinates(BlockWriter& out, const NodeMesh& mesh, const ModelState& model,
                             const VX4X4Matrix& transform) {
     out.text("# GMStoPLX generated node coordinates file\n");
-    std::vector<double> elevations;
-    for (int k = 0; k < model.factory.nlay; ++k) {
-        for (int plane = 0; plane < 2; ++plane) {
-            mesh.elevations(k, plane, elevations);
-            std::size_t node = 0;
-            mesh.each_node(k, [&](int r, int c) {
-                double x = model.geometry.column_edges[static_cast<std::size_t>(c)];
-                double y = model.geometry.row_edges[static_cast<std::size_t>(r)];
-                double z = elevations[node++];
-                transform.transformPoint(x, y, z);
-                out.fixed(x).put(' ').fixed(y).put(' ').fixed(z).put('\n');
-            });
-        }
-    }
+    each_world_node(mesh, model, transform, [&out](double x, double y, double z) {
+        out.fixed(x).put(' ').fixed(y).put(' ').fixed(z).put('\n');
+    });
 }
 
 void write_geo_layers(BlockWriter& out, const NodeMesh& mesh, const ModelState& model) {
@@ -63,11 +33,9 @@ void write_elevations(BlockWriter& out, const NodeMesh& mesh, const ModelState& 
 void write_connectivity(BlockWriter& out, const NodeMesh& mesh, const ModelState& model) {
     out.text("# GMStoPLX generated cell connectivity file\n");
     each_active_cell(model, [&](int k, int r, int c, std::size_t) {
-        for (int plane = 0; plane < 2; ++plane) {
-            out.integer(mesh.number(k, plane, r, c)).put(' ');
-            out.integer(mesh.number(k, plane, r + 1, c)).put(' ');
-            out.integer(mesh.number(k, plane, r + 1, c + 1)).put(' ');
-            out.integer(mesh.number(k, plane, r, c + 1)).put(plane == 0 ? ' ' : '\n');
+        const std::array<int, 8> corners = cell_corners(mesh, k, r, c);
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            out.integer(corners[i]).put(i + 1 < corners.size() ? ' ' : '\n');
         }
     });
 }
