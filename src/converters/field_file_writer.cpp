@@ -59,6 +59,7 @@ void FieldFileWriter::begin_own_cells(const FieldHeader& field) {
         cell_set(index++, set);
         out_.text(" IN_FILE\n");
     }
+    definition("CELL_DATA_DEF", field.cell_data);
     out_.text("CELL_START\n");
 }
 
