@@ -3,9 +3,9 @@
 
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 
 #include "plxutils/converters/FieldFile.h"
+#include "plxutils/core/VXFileReader.h"
 #include "plxutils/geometry/cgPointList.h"
 #include "plxutils/interpolate/VXInterpolate.h"
 
@@ -23,15 +23,31 @@ constexpr double kStep[3] = {50.0, 50.0, 6.0};
 
 double place(int axis, double index) { return kFirst[axis] + index * kStep[axis]; }
 
-/// Adds the wells of a file "x,y,z,nitrate" with one line of titles; the number of wells.
+/// Adds the wells of a file "x,y,z,nitrate" with one line of titles; their number, or -1 after a message. The
+/// line reader knows how laboratories write: half of "<5" is taken for it, nothing for "nd", and a "missing"
+/// value is -1.0e9.
 int add_wells(const char* name, VXInterpolate& wells) {
-    std::ifstream in(name);
-    in.ignore(1000, '\n');
-    int count = 0;
-    char comma;
-    for (double x, y, z, nitrate; in >> x >> comma >> y >> comma >> z >> comma >> nitrate; ++count) {
-        wells.add_point(nitrate, x, y, z);  // the value comes first
+    VXFileReader reader;
+    if (!reader.Open(name)) {
+        std::fprintf(stderr, "%s: cannot be opened\n", name);
+        return -1;
     }
+    int count = 0;
+    reader.ReadLine(",", true, true, false);
+    while (reader.ReadLine(",", true, true, false) >= 0) {
+        double x = 0.0, y = 0.0, z = 0.0, nitrate = 0.0;
+        int flag = 0;
+        const bool place =
+            reader.WordToDouble(0, x) && reader.WordToDouble(1, y) && reader.WordToDouble(2, z);
+        if (!place || !reader.WordToChemValue(3, 0.5, 0.0, nitrate, flag)) {
+            std::fprintf(stderr, "%s: line %d is no well\n", name, reader.CurrentLineNumber());
+            return -1;
+        }
+        if (nitrate == -1.0e9) continue;
+        wells.add_point(nitrate, x, y, z);  // the value comes first
+        ++count;
+    }
+    if (count == 0) std::fprintf(stderr, "%s: no wells\n", name);
     return count;
 }
 
@@ -124,10 +140,7 @@ int main(int argc, char** argv) {
     VXInterpolate wells(kInverseDistance, kTreeDepth, kReach, kStretch);
     wells.set_pow(2);
     const int count = add_wells(argv[1], wells);
-    if (count == 0) {
-        std::fprintf(stderr, "%s: no wells\n", argv[1]);
-        return 1;
-    }
+    if (count < 1) return 1;
     if (!write_field(argv[2], wells)) {
         std::fprintf(stderr, "%s: cannot be written\n", argv[2]);
         return 1;

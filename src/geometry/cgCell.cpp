@@ -40,8 +40,9 @@ int shape_code(CellType type) {
 
 /// Zeros that stay for the life of the process: cells do not own their data, and copies share it.
 float* lasting_floats(int n) {
-    static std::mutex guard;
-    static std::deque<std::unique_ptr<float[]>> kept;
+    // Never destroyed: cells of the host may go later than the library's own variables.
+    static auto& guard = *new std::mutex;
+    static auto& kept = *new std::deque<std::unique_ptr<float[]>>;
     try {
         auto values = std::make_unique<float[]>(static_cast<std::size_t>(n));
         const std::lock_guard<std::mutex> lock(guard);

@@ -51,7 +51,8 @@ void cgField::AddCell(int set, cgCell* c) {
         return;
     }
     const auto at = static_cast<std::size_t>(set);
-    if (set >= numCellSets || at >= cellSets.size()) SetNumCellSets(std::max(set + 1, numCellSets));
+    if (set >= numCellSets || at >= cellSets.size())
+        SetNumCellSets(std::max(set + 1, std::min<int>(numCellSets, kMaxCellSets)));
     cellSets[at].append(c);
 }
 

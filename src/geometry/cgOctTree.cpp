@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "geometry/tree_region.h"
+#include "plxutils/geometry/cgPointTree.h"
 
 namespace {
 
@@ -25,28 +26,32 @@ bool leave(std::int32_t*& owners) {
     return true;
 }
 
-std::int32_t* join(std::int32_t*& owners) {
-    if (!owners) owners = new std::int32_t(1);
-    ++*owners;
-    return owners;
-}
-
 }  // namespace
+
+/// The box and the children that `owners` nodes share.
+struct cgOctTree::Region {
+    std::int32_t owners = 1;
+    cgOctTree* children[8] = {};
+};
 
 cgOctTree::cgOctTree(const cgOctTree& src) { share(src); }
 
 cgOctTree& cgOctTree::operator=(const cgOctTree& src) {
     if (this == &src) return *this;
     // src may lie below this node and be gone when the old children are released.
-    cgBox* old_box = box;
-    double* old_tags = tagData;
-    std::int32_t* region_owners = region_owners_;
+    cgBox* const old_box = box;
+    double* const old_tags = tagData;
     std::int32_t* tag_owners = tag_owners_;
+    Region* const region = region_;
     cgOctTree* old_children[8];
     std::copy_n(children, 8, old_children);
     share(src);
+    if (auto* points = dynamic_cast<cgPointTree*>(this)) points->after_sharing();
     if (leave(tag_owners)) delete[] old_tags;
-    if (leave(region_owners)) {
+    Region* const shared = std::exchange(region_, region);
+    const bool last = leave_region();
+    region_ = shared;
+    if (last) {
         delete_box(old_box);
         for (cgOctTree* child : old_children) delete child;
     }
@@ -59,8 +64,17 @@ cgOctTree::~cgOctTree() {
 }
 
 void cgOctTree::share(const cgOctTree& src) {
-    region_owners_ = join(src.region_owners_);
-    tag_owners_ = join(src.tag_owners_);
+    // Also when both are known by their base class only.
+    if (const auto* points = dynamic_cast<const cgPointTree*>(&src)) points->before_sharing();
+    if (!src.region_) {
+        src.region_ = new Region;
+        std::copy_n(src.children, 8, src.region_->children);
+    }
+    ++src.region_->owners;
+    region_ = src.region_;
+    if (!src.tag_owners_) src.tag_owners_ = new std::int32_t(1);
+    ++*src.tag_owners_;
+    tag_owners_ = src.tag_owners_;
     box = src.box;
     std::copy_n(src.children, 8, children);
     spare = src.spare;
@@ -69,8 +83,16 @@ void cgOctTree::share(const cgOctTree& src) {
     marked = src.marked;
 }
 
+/// Gives up this node's share of box and children. True when nobody else has them.
+bool cgOctTree::leave_region() {
+    Region* const region = std::exchange(region_, nullptr);
+    if (region && --region->owners > 0) return false;
+    delete region;
+    return true;
+}
+
 void cgOctTree::release_region() {
-    const bool last = leave(region_owners_);
+    const bool last = leave_region();
     if (last) delete_box(box);
     box = nullptr;
     for (cgOctTree*& child : children) {
@@ -94,7 +116,11 @@ void cgOctTree::GetMinMaxDistance(const cgPoint& p, double& minD, double& maxD) 
 
 void cgOctTree::SetTagData(long n, const double* values) {
     double* copy = nullptr;
-    if (n > 0) copy = new (std::nothrow) double[static_cast<std::size_t>(n)]();
+    constexpr auto kMost =
+        static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) / sizeof(double);
+    // Above that new throws, whatever it was asked for.
+    if (n > 0 && static_cast<std::size_t>(n) <= kMost)
+        copy = new (std::nothrow) double[static_cast<std::size_t>(n)]();
     if (copy && values) std::copy_n(values, n, copy);
     release_tags();
     tagData = copy;
@@ -116,11 +142,16 @@ void cgOctTree::SetupChildrenMain(cgOctTree*, int depth_, const cgPoint& min, co
     depth = std::max(depth_, 0);
     cgBox* const old_box =
         std::exchange(box, new cgBox(min, max));  // the corners may be those of the old box
-    const bool last = leave(region_owners_);
+    cgOctTree* others[8] = {};                    // children that copies of this node have
+    if (region_ && region_->owners > 1) std::copy_n(region_->children, 8, others);
+    const bool last = leave_region();
     if (last) delete_box(old_box);
     for (int i = 0; i < 8; ++i) {
+        if (children[i] == others[i]) children[i] = nullptr;
+    }
+    for (int i = 0; i < 8; ++i) {
         if (depth == 0) {
-            if (last) delete children[i];
+            delete children[i];
             children[i] = nullptr;
         } else if (children[i]) {
             children[i]->SetupChildren(this, depth - 1, getChildMin(i), getChildMax(i));

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <utility>
 
+#include "geometry/tolerance_band.h"
+
 namespace {
 
 /// n values of d, zeros when it is null; null when n is 0.
@@ -15,13 +17,6 @@ std::unique_ptr<double[]> copy_values(int n, const double* d) {
     std::unique_ptr<double[]> values(new double[count]);
     std::memcpy(values.get(), d, count * sizeof(double));
     return values;
-}
-
-/// -1 or 1 when a lies outside the band around b. Written with b - t and b + t, not as a difference, so that
-/// decimal tolerances such as 1.0 and 1.1 within 0.1 come out as written.
-int compare_in_band(double a, double b, double t) {
-    if (a < b - t) return -1;
-    return a > b + t ? 1 : 0;
 }
 
 }  // namespace
@@ -103,14 +98,15 @@ int cgPoint::ptCompare(const cgPoint& p) const {
 
 int cgPoint::ptCompareWithData(const cgPoint& p, int firstData, int lastData, double tolX, double tolY,
                                double tolZ, double* dataTol) const {
-    if (const int order = compare_in_band(m_x, p.m_x, tolX)) return order;
-    if (const int order = compare_in_band(m_y, p.m_y, tolY)) return order;
-    if (const int order = compare_in_band(m_z, p.m_z, tolZ)) return order;
+    if (const int order = plx::compare_in_band(m_x, p.m_x, tolX)) return order;
+    if (const int order = plx::compare_in_band(m_y, p.m_y, tolY)) return order;
+    if (const int order = plx::compare_in_band(m_z, p.m_z, tolZ)) return order;
     if (m_num_data != p.m_num_data) return m_num_data < p.m_num_data ? -1 : 1;
     const int last = std::min(m_num_data - 1, lastData);
     for (int i = std::max(firstData, 0); i <= last; ++i) {
         const double tolerance = dataTol ? dataTol[i] : 0.0;
-        if (const int order = compare_in_band(m_data[index(i)], p.m_data[index(i)], tolerance)) return order;
+        if (const int order = plx::compare_in_band(m_data[index(i)], p.m_data[index(i)], tolerance))
+            return order;
     }
     return 0;
 }

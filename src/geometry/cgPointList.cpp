@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstddef>
+#include <new>
 #include <stdexcept>
 
 #include "geometry/merge_sort.h"
@@ -28,6 +29,16 @@ SortParameters& sort_parameters() {
 }
 
 std::size_t index(std::int64_t i) { return static_cast<std::size_t>(i); }
+
+/// Nothing but std::invalid_argument leaves a list, also when memory runs out.
+template <class Grow>
+void make_room(Grow grow) {
+    try {
+        grow();
+    } catch (const std::bad_alloc&) {
+        throw std::invalid_argument("cgPointList: list too long");
+    }
+}
 
 }  // namespace
 
@@ -63,8 +74,8 @@ void cgPointList::set_slots(std::int64_t slots) {
 
 cgPoint& cgPointList::operator[](int i) {
     if (i < 0 || i == INT_MAX) throw std::invalid_argument("cgPointList: index out of range");
+    if (m_array.size() <= index(i)) make_room([&] { m_array.resize(index(i) + 1); });
     if (m_capacity <= i) set_capacity(step_over(std::int64_t{i} + 1));
-    if (m_array.size() <= index(i)) m_array.resize(index(i) + 1);
     m_count = std::max(m_count, i + 1);
     return m_array[index(i)];
 }
@@ -106,6 +117,10 @@ void cgPointList::insert(int at, cgPoint p, int n) {
     const std::int64_t slots = capacity > m_capacity ? std::min<std::int64_t>(capacity, INT_MAX) : m_slots;
     if (at < 0 || at > slots || needed > INT_MAX) {
         throw std::invalid_argument("cgPointList: cannot insert there");
+    }
+    const std::size_t filled = std::max(m_array.size(), index(at)) + index(n);
+    if (m_array.capacity() < filled) {
+        make_room([&] { m_array.reserve(std::max(filled, 2 * m_array.size())); });
     }
     if (capacity > m_capacity) set_capacity(capacity);
     if (m_array.size() < index(at)) m_array.resize(index(at));

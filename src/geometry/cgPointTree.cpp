@@ -15,15 +15,13 @@ cgPointTree::cgPointTree(int depth_, const cgPoint& min, const cgPoint& max) {
     if (depth_ > 0) cgPointTree::SetupChildren(nullptr, depth_, min, max);
 }
 
-cgPointTree::cgPointTree(const cgPointTree& src)
-    : cgOctTree(completed(src)), points(src.points), strays_(src.strays_) {}
+cgPointTree::cgPointTree(const cgPointTree& src) : cgOctTree(src), points(src.points), strays_(src.strays_) {}
 
 cgPointTree& cgPointTree::operator=(const cgPointTree& src) {
     if (this == &src) return *this;
     const cgPointTree copy(src);  // src may lie below this node and be gone with the old children
     cgOctTree::operator=(copy);
     points = copy.points;
-    on_demand_ = divided_ = implied_ = false;
     strays_ = copy.strays_;
     return *this;
 }
@@ -38,7 +36,7 @@ void cgPointTree::Populate(cgPointList& list) {
         if (depth > 0) {
             AddElement(list[i]);
         } else {
-            points.append(list[i]);
+            Search::file(*this, list[i]);
         }
     }
 }
@@ -51,18 +49,24 @@ void cgPointTree::SetupChildren(cgOctTree* parent, int depth_, const cgPoint& mi
     const cgPoint low(min), high(max);  // they may be corners of the old box
     release_region();
     if (on_demand_) points.clear();
-    divided_ = implied_ = strays_ = false;
+    divided_ = implied_ = false;
+    strays_ = points.count() > 0;  // a leaf keeps its points, wherever its box is now
     // Below a parent, nobody can reach into a node of this very class.
     on_demand_ = depth_ > 0 && parent && typeid(*this) == typeid(cgPointTree);
     for (int i = 0; i < 8 && depth_ > 0 && !on_demand_; ++i) children[i] = new cgPointTree;
     SetupChildrenMain(parent, depth_, low, high);
 }
 
-/// src with all its children: a copy shares those that exist.
-const cgPointTree& cgPointTree::completed(const cgPointTree& src) {
+/// A copy shares the children that exist.
+void cgPointTree::before_sharing() const {
     // Only nodes that a tree has made are on demand, and those are not constant.
-    if (src.on_demand_) const_cast<cgPointTree&>(src).complete_children();
-    return src;
+    if (on_demand_) const_cast<cgPointTree*>(this)->complete_children();
+}
+
+/// The region is now one that another node has set up.
+void cgPointTree::after_sharing() {
+    on_demand_ = divided_ = implied_ = false;
+    strays_ = true;
 }
 
 /// Turns a node whose children are made when needed into one that has them, each with its box.

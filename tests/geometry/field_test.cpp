@@ -102,6 +102,9 @@ TEST(cgField, SetsAndDefinitionsAppearOnDemand) {
     field.AddCell(900, nullptr);
     EXPECT_EQ(field.numCellSets, 901);
     EXPECT_EQ(field.cellSets.at(3)[0], cell);
+    field.numCellSets = 2'000'000;  // public: a host may have written anything
+    field.AddCell(1000, cell);
+    EXPECT_EQ(field.cellSets.at(1000)[0], cell);
     field.SetNumNodeData(3);
     field.SetNumNodeData(-1);
     EXPECT_EQ(std::make_pair(field.numNodeData, field.nodeDataDefs.at(2).type), std::make_pair(0, 4));

@@ -169,9 +169,57 @@ TEST(cgPointTree, AnyDepthAndAnyNumberIsSafe) {
 struct Host : cgPointTree {
     using cgPointTree::cgPointTree;
     Host(const cgPointTree& src) : cgPointTree(src) {}
-    using cgPointTree::AddAllToList, cgPointTree::SetupChildren;
+    using cgPointTree::AddAllToList, cgPointTree::SetupChildren, cgPointTree::SetupChildrenMain;
     using cgPointTree::children, cgPointTree::GetChild, cgPointTree::GetChildOctant, cgPointTree::getChildMax;
+    using cgPointTree::FindClosestPointImpl;
 };
+
+TEST(cgPointTree, SearchStopsByTheLastPointSeen) {
+    const struct {
+        std::vector<double> points;
+        double z;
+        bool stops;
+        double dist;
+    } cases[] = {{{1.0}, 1.25, true, 0.25}, {{1.0}, 1.5, false, 0.5}, {{1.0, 0.1}, 1.0, false, 0.0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.z);
+        Host tree(2, cgPoint(0, 0, 0, 0), cgPoint(8, 8, 8, 0));
+        for (const double at : c.points) tree.AddPoint(cgPoint(at, at, at, 0));
+        cgPoint result;
+        double dist = 1e15;
+        EXPECT_EQ(tree.FindClosestPointImpl(cgPoint(1, 1, c.z, 0), result, dist), c.stops);
+        EXPECT_EQ(dist, c.dist);
+        tree.GetChild(0)->Mark();
+        dist = 1e15;
+        EXPECT_FALSE(tree.FindClosestPointImpl(cgPoint(1, 1, c.z, 0), result, dist));
+        EXPECT_EQ(dist, 1e15);  // the marked child is left out
+    }
+}
+
+TEST(cgPointTree, HostsMayFillAndShareNodesByThemselves) {
+    cgPointList far;
+    far.append(cgPoint(1.9, 1.9, 1.9, 0));
+    Host tree(1, kLow, kHigh);
+    tree.GetChild(0)->Populate(far);  // outside the child's box
+    tree.AddPoint(cgPoint(1.5, 1.5, 1.5, 0));
+    cgPoint result;
+    double dist;
+    EXPECT_TRUE(tree.FindClosestPoint(cgPoint(1.9, 1.9, 1.85, 0), result, dist));
+    EXPECT_NEAR(dist, 0.05, 1e-12);
+
+    Host deep(3, kLow, kHigh);
+    deep.AddPoint(cgPoint(0.2, 0.2, 0.2, 0));
+    cgPointTree copy;
+    static_cast<cgOctTree&>(copy) = *deep.GetChild(0);  // known by the base class only
+    cgPointList out;
+    EXPECT_EQ(copy.FindPointsWithinDistance(kLow, 0.5, true, out, false), 1);
+
+    Host again(deep);
+    again.SetupChildrenMain(nullptr, 2, kLow, kHigh);  // the other one keeps the children
+    EXPECT_EQ(deep.FindPointsWithinDistance(kLow, 0.5, true, out, false), 1);
+    again.SetTagData(std::numeric_limits<long>::max(), nullptr);
+    EXPECT_EQ(again.GetTagData(), nullptr);
+}
 
 TEST(cgPointTree, DerivedClassSeesTheChildren) {
     Host tree(3, kLow, kHigh);

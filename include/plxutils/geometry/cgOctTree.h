@@ -58,10 +58,12 @@ protected:
     std::int32_t marked = 0;
 
 private:
+    struct Region;
+
+    bool leave_region();
     void release_tags();
     void share(const cgOctTree& src);
 
-    // Number of nodes that share the region (box and children) and the tag data; null until the first copy.
-    mutable std::int32_t* region_owners_ = nullptr;
-    mutable std::int32_t* tag_owners_ = nullptr;
+    mutable Region* region_ = nullptr;            // box and children, as copies share them; null until then
+    mutable std::int32_t* tag_owners_ = nullptr;  // number of nodes that share the tag data; null: one
 };

@@ -72,11 +72,13 @@ protected:
 
 private:
     friend class VXInterpolate;
+    friend class cgOctTree;
     struct Search;
 
     /// The points that FindPointsWithinDistance with storeDistance gives, as they lie in the tree.
     void find_stored(const cgPoint& p, double dist, std::vector<cgPoint*>& found);
-    static const cgPointTree& completed(const cgPointTree& src);
+    void before_sharing() const;
+    void after_sharing();
     void complete_children();
     bool clear_reachable_marks();
 
