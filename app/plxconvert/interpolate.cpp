@@ -39,13 +39,16 @@ struct Options {
 };
 
 const char* const kFooter =
-    "\nSamples are lines of words between commas, semicolons, tabs or blanks; what follows a '#' is\n"
-    "a comment. Columns are found by their names x, y, z and value (or --value) in the first line;\n"
-    "without names they are the first four. 'missing', 'na', 'nm' or 'unknown' as value leaves a\n"
-    "sample out, 'nd' is a non-detect, and '<5' is below a detection limit of 5.\n"
+    "\nSamples are lines of cells between commas, semicolons, tabs or blanks, whichever the first line\n"
+    "has; what follows a '#' is a comment. Columns are found by their names in the first line: x\n"
+    "(or easting), y (northing), z (elevation) and value (or --value); without names they are the\n"
+    "first four. An empty value, 'missing', 'na', 'nm' or 'unknown' leaves a sample out, 'nd' is a\n"
+    "non-detect, and '<5' is below a detection limit of 5.\n"
     "\n"
     "A node's value is the weighted mean of the samples in reach; a node without any takes that of\n"
     "the nearest sample. Distances are measured with all heights multiplied by the anisotropy.\n"
+    "Unless given, the reach is the distance within which about 50 samples lie when they are spread\n"
+    "evenly, yet at most a quarter of the diagonal of all samples.\n"
     "  method 1    weights 1/d^P\n"
     "  method 2    weights ((R-d)/(R*d))^P, R the distance of the farthest sample in reach\n"
     "\n"
@@ -176,22 +179,63 @@ Result write_field(FieldFile& file, const TargetMesh& mesh, const FieldHeader& h
     return result;
 }
 
-/// Writes the file or, when that fails, leaves none.
-template <class Write>
-Result write_whole(const std::string& output, bool compress, Write write) {
-    FieldFile field;
-    if (!field.open(output.c_str(), compress)) {
-        throw InputFault("'" + output + "' cannot be opened for writing");
+/// Where the file goes and, until it is complete, what there is of it: one that stood there survives a fault.
+struct Output {
+    std::filesystem::path file, part;
+};
+
+Output output_of(const Options& options, const std::filesystem::path& samples,
+                 const std::filesystem::path& project) {
+    const Output output = {output_file(options.output), output_file(options.output + ".part")};
+    std::error_code fault;
+    for (const std::filesystem::path& path : {output.file, output.part}) {
+        if (std::filesystem::equivalent(samples, path, fault)) {
+            throw InputFault("-o would replace the samples");
+        }
+        if (!project.empty() && std::filesystem::equivalent(project, path, fault)) {
+            throw InputFault("-o would replace the model");
+        }
     }
-    std::error_code ignored;
+    return output;
+}
+
+/// Writes the whole file or, when that fails, nothing.
+template <class Write>
+Result write_whole(const Output& output, bool compress, Write write) {
+    FieldFile field;
+    if (!field.open(output.part.string().c_str(), compress)) {
+        throw InputFault("'" + output.part.string() + "' cannot be opened for writing");
+    }
+    std::error_code fault;
     try {
         const Result result = write(field);
-        if (!field.close()) throw InputFault(output + ": not all of it could be written (is the disk full?)");
+        if (!field.close()) {
+            throw InputFault(output.file.string() + ": not all of it could be written (is the disk full?)");
+        }
+        std::filesystem::rename(output.part, output.file, fault);
+        if (fault) throw InputFault("'" + output.file.string() + "' cannot be replaced: " + fault.message());
         return result;
     } catch (...) {
         field.close();
-        if (std::filesystem::is_regular_file(output, ignored)) std::filesystem::remove(output, ignored);
+        std::filesystem::remove(output.part, fault);
         throw;
+    }
+}
+
+/// Refuses places between which distances lose their meaning, before anything is written.
+void check_places(const std::vector<Sample>& samples, const TargetMesh& mesh, double anisotropy) {
+    const auto check = [anisotropy](const char* what, double x, double y, double z) {
+        const double farthest = std::max({std::fabs(x), std::fabs(y), std::fabs(z * anisotropy)});
+        if (farthest <= kFarthestStretched) return;
+        std::array<char, 128> text{};
+        std::snprintf(text.data(), text.size(), "%s at %g %g %g lies too far away (heights count %g-fold)",
+                      what, x, y, z, anisotropy);
+        throw InputFault(text.data());
+    };
+    for (const Sample& s : samples) check("the sample", s.x, s.y, s.z);
+    for (int i = 0; i < mesh.nodes(); ++i) {
+        const std::array<double, 3> node = mesh.node(i);
+        check("the node", node[0], node[1], node[2]);
     }
 }
 
@@ -218,27 +262,26 @@ void print_table(const std::string& file, const SampleSet& set, const TargetMesh
     std::printf("result in %s\n", output.c_str());
 }
 
+std::unique_ptr<TargetMesh> make_grid(const Options& options, const std::vector<Sample>& samples) {
+    Box box{};
+    std::copy(options.box.begin(), options.box.end(), box.begin());
+    if (options.box.empty()) box = box_around(samples, options.quiet);
+    return make_grid_mesh({options.grid[0], options.grid[1], options.grid[2]}, box);
+}
+
 int interpolate(Options& options) {
     const auto start = std::chrono::steady_clock::now();
     const std::filesystem::path file = input_file(options.samples, "the file with samples");
-    const std::string output = output_file(options.output).string();
-    std::error_code fault;
-    if (std::filesystem::equivalent(file, output, fault)) throw InputFault("-o would replace the samples");
+    const std::filesystem::path project = options.onto.empty() ? "" : input_file(options.onto);
+    const Output output = output_of(options, file, project);
     ProgressBar bar(!options.quiet && error_stream_is_terminal());
     bar.say("reading " + file.filename().string());
     const SampleSet set = read_samples(file, options.column, options.chemistry);
-    std::unique_ptr<TargetMesh> mesh;
-    if (!options.onto.empty()) {
-        const std::filesystem::path project = input_file(options.onto);
-        bar.say("reading " + project.filename().string());
-        mesh = read_model_mesh(project);
-    } else {
-        Box box{};
-        std::copy(options.box.begin(), options.box.end(), box.begin());
-        bar.erase();
-        if (options.box.empty()) box = box_around(set.samples, options.quiet);
-        mesh = make_grid_mesh({options.grid[0], options.grid[1], options.grid[2]}, box);
-    }
+    bar.erase();
+    if (!project.empty()) bar.say("reading " + project.filename().string());
+    const std::unique_ptr<TargetMesh> mesh =
+        project.empty() ? make_grid(options, set.samples) : read_model_mesh(project);
+    check_places(set.samples, *mesh, options.rules.anisotropy);
     complete(options.rules, set.samples);
     Estimator estimator(options.rules, set.samples);
     const Result result = write_whole(output, options.compress, [&](FieldFile& field) {
@@ -251,9 +294,34 @@ int interpolate(Options& options) {
         if (greatest > 0.0 && greatest < kFewDigits) {
             print_warning("field files keep six decimals: give these small values in a smaller unit");
         }
-        print_table(file.string(), set, *mesh, options.rules, estimator, result, seconds.count(), output);
+        print_table(file.string(), set, *mesh, options.rules, estimator, result, seconds.count(),
+                    output.file.string());
     }
     return kDone;
+}
+
+void add_rules(CLI::App& command, Options& options) {
+    command.add_option("--method", options.rules.method, "1 (the default) or 2 (see below)")
+        ->option_text("M")
+        ->check(CLI::IsMember({1, 2}));
+    command.add_option("--power", options.rules.power, "Power of the distance, 1 to 10 (default: 2)")
+        ->option_text("P");
+    command
+        .add_option("--reach", options.rules.reach,
+                    "Farthest sample that counts (default: about 50 samples in reach, see below)")
+        ->option_text("R");
+    command
+        .add_option("--depth", options.rules.depth,
+                    "Depth of the search tree, 1 to 12 (default: by the number of samples)")
+        ->option_text("D");
+    command.add_option("--anisotropy", options.rules.anisotropy, "Stretches heights (default: 10)")
+        ->option_text("A");
+    command
+        .add_option("--dl-factor", options.chemistry.detection_factor,
+                    "What '<5' is multiplied by (default: 0.5)")
+        ->option_text("F");
+    command.add_option("--nondetect", options.chemistry.nondetect, "Value of a non-detect (default: 0)")
+        ->option_text("V");
 }
 
 void add_options(CLI::App& command, Options& options) {
@@ -273,27 +341,7 @@ void add_options(CLI::App& command, Options& options) {
         ->required()
         ->option_text("OUT");
     command.add_option("--value", options.column, "Name of the column with the values")->option_text("NAME");
-    command.add_option("--method", options.rules.method, "1 (the default) or 2 (see below)")
-        ->option_text("M")
-        ->check(CLI::IsMember({1, 2}));
-    command.add_option("--power", options.rules.power, "Power of the distance, 1 to 10 (default: 2)")
-        ->option_text("P");
-    command
-        .add_option("--reach", options.rules.reach,
-                    "Farthest sample that counts (default: a quarter of the samples' diagonal)")
-        ->option_text("R");
-    command
-        .add_option("--depth", options.rules.depth,
-                    "Depth of the search tree, 1 to 12 (default: by the number of samples)")
-        ->option_text("D");
-    command.add_option("--anisotropy", options.rules.anisotropy, "Stretches heights (default: 10)")
-        ->option_text("A");
-    command
-        .add_option("--dl-factor", options.chemistry.detection_factor,
-                    "What '<5' is multiplied by (default: 0.5)")
-        ->option_text("F");
-    command.add_option("--nondetect", options.chemistry.nondetect, "Value of a non-detect (default: 0)")
-        ->option_text("V");
+    add_rules(command, options);
     command.add_flag("--compress", options.compress, "Write gzip, with extension .pfz");
     command.add_flag("--quiet", options.quiet, "Print errors only");
 }

@@ -79,6 +79,9 @@ fs::path output_file(const std::string& given) {
     const VXFile stored(path.string().c_str());
     fs::path made = VXNativePath(stored.GetFilePath().c_str()).c_str();
     if (made.empty()) throw InputFault("path " + quoted(given) + " cannot be used");
+    if (fs::exists(made, fault) && !fs::is_regular_file(made, fault)) {
+        throw InputFault(quoted(made.string()) + " is there and not a regular file");
+    }
     return made;
 }
 

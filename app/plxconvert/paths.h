@@ -20,7 +20,8 @@ std::filesystem::path result_folder(const std::string& given);
 /// Absolute native path of a file to write, in a folder that exists; the file's name is in lower case, as the
 /// library makes it.
 ///
-/// @throws InputFault when there is no such folder, it names a folder, or the library cannot keep the path.
+/// @throws InputFault when there is no such folder, it names a folder or anything else that is not a regular
+/// file, or the library cannot keep the path.
 std::filesystem::path output_file(const std::string& given);
 
 }  // namespace plx::tool

@@ -28,11 +28,12 @@ struct SampleSet {
 /// Coordinates beyond this are no place on any map; distances between them would lose their meaning.
 constexpr double kFarthest = 1e12;
 
-/// Reads samples from a text file: words between commas, semicolons, tabs or blanks, "#" comments, a line
-/// with column names at the top when there is one.
+/// Reads samples from a text file, plain or gzip: cells between commas, semicolons, tabs or blanks (whichever
+/// the first line has, in this order), "#" comments, a line with column names at the top when there is one.
+/// An empty value cell is a missing measurement.
 ///
 /// @param column  name of the value's column; when empty, the one called "value", else the first behind z.
-/// Without names for x, y and z the first four columns are x, y, z and the value.
+/// Without names the first four columns are x, y, z and the value; so too with four names of other things.
 /// @throws InputFault with a line of text for each fault, when a line is no sample, or there is no sample.
 SampleSet read_samples(const std::filesystem::path& file, const std::string& column,
                        const ChemistryRules& rules);

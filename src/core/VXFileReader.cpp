@@ -46,6 +46,24 @@ int split(std::string_view line, std::string_view delims, VX1DArray<String>& wor
     return count;
 }
 
+bool chem_value(std::string_view word, double dlFactor, double nondetectValue, double& v, int& flag) {
+    flag = 0;
+    v = kNoData;
+    if (word.empty()) return false;
+    if (is_one_of(word, {"unmeasured", "not-measured", "nm", "missing", "unknown", "unk", "na"})) return true;
+    if (is_one_of(word, {"nondetect", "nd", "non-detect"})) {
+        v = nondetectValue;
+        flag = 2;
+        return true;
+    }
+    // The flag stays 1 when no number follows; hosts use it to point at the broken detection limit.
+    if (word.front() == '<') flag = 1;
+    while (!word.empty() && word.front() == '<') word.remove_prefix(1);
+    if (!scan_number(word, v)) return false;
+    if (flag == 1) v *= dlFactor;
+    return true;
+}
+
 }  // namespace
 
 VXFileReader::VXFileReader() : lineNumber(0), wordCount(0) {}
@@ -162,22 +180,11 @@ bool VXFileReader::WordToDouble(int i, double& v) const {
 
 bool VXFileReader::WordToChemValue(int i, double dlFactor, double nondetectValue, double& v,
                                    int& flag) const {
-    flag = 0;
-    v = kNoData;
-    std::string_view word = view(Word(i));
-    if (word.empty()) return false;
-    if (is_one_of(word, {"unmeasured", "not-measured", "nm", "missing", "unknown", "unk", "na"})) return true;
-    if (is_one_of(word, {"nondetect", "nd", "non-detect"})) {
-        v = nondetectValue;
-        flag = 2;
-        return true;
-    }
-    // The flag stays 1 when no number follows; hosts use it to point at the broken detection limit.
-    if (word.front() == '<') flag = 1;
-    while (!word.empty() && word.front() == '<') word.remove_prefix(1);
-    if (!scan_number(word, v)) return false;
-    if (flag == 1) v *= dlFactor;
-    return true;
+    return chem_value(view(Word(i)), dlFactor, nondetectValue, v, flag);
+}
+
+bool plx::read_chem_word(const char* word, double dlFactor, double nondetectValue, double& v, int& flag) {
+    return chem_value(word == nullptr ? "" : word, dlFactor, nondetectValue, v, flag);
 }
 
 bool VXFileReader::WordToGeoValue(int i, double& v) const {

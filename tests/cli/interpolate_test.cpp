@@ -16,7 +16,7 @@ namespace {
 using testing::ContainsRegex;
 using testing::HasSubstr;
 
-const std::string kPair = "0 0 0 10\n3,0,0,40\n";
+const std::string kPair = "0,0,0,10\n3,0,0,40\n";
 
 /// What stands between a line that begins so and the next line that begins with a capital.
 std::string section(const std::string& text, const std::string& start) {
@@ -81,9 +81,9 @@ TEST(Interpolate, NodesGetTheWeightedMeanOfTheSamplesInReach) {
 TEST(Interpolate, LaboratoryWordsAndColumnNamesAreUnderstood) {
     const TempFolder folder;
     const std::string samples = folder.write("lab.csv",
-                                             "# taken in May\n\"Well\",Z,Y,X,Nitrate,Sulfate\n"
-                                             "\"MW 1\",0,0,0,5,1 # dry\n'MW 2';0;0;10;<5;1\n"
-                                             "a,0,10,0,ND,1\na,0,10,10,na,1\na 0 10 10 7.5e0 1\n");
+                                             "# taken in May\n\"Well\",Z,Northing,X,Nitrate,Sulfate,\n"
+                                             "\"MW, 1\",0,0,0,5,1, # dry\n's-Berg 2,0,0,10,<5,1\n,,,,,\n"
+                                             "a,0,10,0,ND,1\na,0,10,10, ,1\n'a',0,+10,10,7.5e0,1,\n");
     const ToolRun run = interpolate(
         samples, "--grid 1 1 1 --reach 0 --value nitrate --nondetect 0.25 --dl-factor 0.1 --compress",
         folder.file("Out.pff"));
@@ -129,8 +129,15 @@ TEST(Interpolate, BadInputIsRefusedAndNothingWritten) {
         const char* message;
     } cases[] = {
         {"x y z value\n1 2 3 na\n", grid, 1, "holds no sample: the values of all 1 line are missing"},
-        {kPair + "1,2,,4\n", grid, 1, "s.txt, line 3: has 3 words, not 4"},
-        {kPair + "1 2 nan 4\n1 2 3 <\n", grid, 1, "line 3: z is 'nan', no coordinate\nplxconvert: "},
+        {kPair + "1,2,,4\n", grid, 1, "s.txt, line 3: z is '', no coordinate"},
+        {"well,x,y,z,N,year\nMW 1,1,2,,5,2020\n", grid, 1, "line 2: z is ''"},
+        {"well x y z N\nMW 1 1 2 3 5\n", grid, 1, "has 6 cells, not 5 (write 'missing'"},
+        {"1,5;2,5;3;4\n", grid, 1, "commas and semicolons in one line"},
+        {"nan,nan,nan,5\n", grid, 1, "line 1: x is 'nan'"},
+        {"a,b,c,d,e\n1,2,3,4,5\n", grid, 1, "no columns named x, y and z"},
+        {"1 2 3 4\r5 6 7 8\r", grid, 1, "CR without LF"},
+        {"1 2 3 4\n", grid + "--anisotropy 1e6 --box 0 0 0 1 1 1e9", 1, "lies too far away"},
+        {kPair + "1,2,nan,4\n1,2,3,<\n", grid, 1, "line 3: z is 'nan', no coordinate\nplxconvert: "},
         {"1 2 3 4\n" + many, grid, 1, "line 21: z is 'three', no coordinate\nplxconvert: and 5 more\n"},
         {"x,y,depth,value\n1,2,3,4\n", grid, 1, "must have all of x, y and z"},
         {"x,y,z,lead\n1,2,3,4\n", grid + "--value zinc", 1, "no column 'zinc'"},
@@ -152,6 +159,52 @@ TEST(Interpolate, BadInputIsRefusedAndNothingWritten) {
     EXPECT_THAT(interpolate(folder.file("s.txt"), grid, folder.file("none/out.pff")).err,
                 HasSubstr("none' does not exist"));
     EXPECT_EQ(interpolate(folder.file("s.txt"), grid, folder.file("out.txt")).code, 2);
+}
+
+TEST(Interpolate, NumberThatIsNotTheWholeWordIsNoMeasurement) {
+    const TempFolder folder;
+    for (const std::string word : {"2020-01-02", "12:30", "5J", "5%", "<-5", ">5", "-1e9x", "1e400"}) {
+        SCOPED_TRACE(word);
+        const ToolRun run = interpolate(folder.write("s.txt", kPair + "1;,2,3,4\n1,2,3," + word + "\n"),
+                                        "--grid 1 1 1", folder.file("out.pff"));
+        EXPECT_THAT(run.err, HasSubstr("line 3: x is '1;'"));
+        EXPECT_THAT(run.err, HasSubstr("line 4: the value is '" + word + "', no measurement"));
+    }
+}
+
+TEST(Interpolate, SamplesAtOnePlaceGiveTheirMeanAlsoOutOfReach) {
+    const TempFolder folder;
+    const std::string samples = folder.write("s.txt",
+                                             "\xef\xbb\xbf"
+                                             "0 0 0 1\n0 0 0 2\n0 0 0 6\n9 0 0 9\n");
+    const ToolRun run =
+        interpolate(samples, "--grid 1 1 1 --box 1 1 0 2 2 1 --reach 0", folder.file("out.pff"));
+    EXPECT_THAT(run.out, ContainsRegex("smallest value +3\n  largest value +3\n"));
+    EXPECT_THAT(run.out, ContainsRegex("took the nearest +8\n"));
+}
+
+TEST(Interpolate, OldResultSurvivesAFaultAndInputsAreNeverReplaced) {
+    const TempFolder folder;
+    write_small_model(folder);
+    const std::string samples = folder.write("s.txt", kPair), old = folder.write("old.pff", "old");
+    std::filesystem::create_hard_link(folder.file("site.nam"), folder.file("model.pff"));
+    std::filesystem::create_hard_link(samples, folder.file("samples.pff"));
+    std::filesystem::create_directory(folder.file("old.pff.part"));
+    for (const char* output : {"old.pff", "model.pff", "samples.pff"}) {
+        SCOPED_TRACE(output);
+        const std::string before = folder.read(output);
+        EXPECT_EQ(interpolate(samples, "--onto " + folder.file("site.nam"), folder.file(output)).code, 1);
+        EXPECT_EQ(folder.read(output), before);
+    }
+    std::filesystem::remove(folder.file("old.pff.part"));
+    EXPECT_EQ(interpolate(samples, "--grid 1 1 1", old).code, 0);
+    EXPECT_NE(folder.read("old.pff"), "old");
+    EXPECT_FALSE(std::filesystem::exists(folder.file("old.pff.part")));
+    // A gzip file that ends within its data, behind whole lines.
+    interpolate(samples, "--grid 9 9 9", folder.file("z.pfz"));
+    const std::string whole = folder.read("z.pfz");
+    const std::string cut = folder.write("cut.csv.gz", whole.substr(0, whole.size() * 2 / 3));
+    EXPECT_THAT(interpolate(cut, "--grid 1 1 1", old).err, HasSubstr("is cut short"));
 }
 
 }  // namespace

@@ -93,6 +93,14 @@ private:
     VX1DArray<String> words;
 };
 
+namespace plx {
+
+/// VXFileReader::WordToChemValue for a word that stands by itself.
+PLX_EXPORT bool read_chem_word(const char* word, double dlFactor, double nondetectValue, double& v,
+                               int& flag);
+
+}  // namespace plx
+
 /// Splits a line into words.
 ///
 /// A word that begins with a double quote or an apostrophe runs to the next such character (or to the end of
