@@ -28,6 +28,7 @@ LAYERS = {
 # Single headers beyond the table: leaves that include nothing which would close a circle.
 EXTRA = {
     'geometry': {'platform/host_runtime.h'},
+    'georef': {'platform/platform.h'},
     'converters': {'gms/callbacks.h', 'plxutils/gms/GMSCallbacks.h'},
     'gms': {'converters/field_file_writer.h'},
 }
@@ -39,6 +40,8 @@ GUARDED = [
      'zlib belongs to the stream files of core'),
     (re.compile(r'(hdf5|H5[A-Za-z]*)\.h$'), re.compile(r'src/formats/hdf5_reader[^/]*$'),
      'HDF5 belongs to formats/hdf5_reader'),
+    (re.compile(r'^(unsupported/)?Eigen/'), re.compile(r'src/georef/fit_polynomial\.cpp$'),
+     'Eigen belongs to georef/fit_polynomial'),
     (re.compile(r'(?i)^(windows|winbase|oleauto|oaidl)\.h$'), re.compile(r'src/platform/[a-z_]+\.cpp$'),
      'Windows headers belong to sources of platform'),
 ]

@@ -6,6 +6,7 @@
 
 #include "plxutils/c/GMSCallbacks.h"
 #include "plxutils/c/GMStoPLX.h"
+#include "plxutils/c/GeoRef.h"
 
 static int failures = 0;
 static int statuses = 0, tin_lines = 0, errors = 0;
@@ -66,6 +67,43 @@ static void test_null_handles(void) {
     check(GMStoPLX_parse_project(NULL) == NULL, "parse_project of null");
 }
 
+static void test_null_georef(void) {
+    double x = 7, **maps = NULL;
+    char name[] = "a.tif";
+    check(GeoRef_delete(NULL) == 0 && GeoRef_process_type(NULL, 4) == 0, "GeoRef of null");
+    check(GeoRef_set_gcp_values(NULL, 0, 1, 2, 3, 4) == 0, "set_gcp_values of null");
+    check(GeoRef_project_point(NULL, 1, 2, &x, &x) == 0, "project_point of null");
+    check(GeoRef_reverse_project_point(NULL, 1, 2, &x, &x) == 0 && x == 7, "reverse_project_point of null");
+    check(GeoRef_rms_error(NULL, 0) + GeoRef_rms_total_error(NULL) == 0.0, "residuals of null");
+    check(GeoRef_write_world(NULL, name) + GeoRef_write_gcp(NULL, name) == 0, "files of null");
+    check(GeoRef_load_gcp_mappings(NULL, name, 1, 1) == 0, "a list without a place");
+    check(GeoRef_load_gcp_mappings(&maps, NULL, 1, 1) == 0, "an image without a name");
+    check(parseGCPFile(NULL, NULL, &maps) + parseWorldFile("a.", NULL, NULL, &maps, 1, 1) == 0, "no names");
+    check(GeoRef_get_gcp_mapping(&maps, 0, &x, &x, &x, &x) == 0, "a mapping of no list");
+    check(GeoRef_free_gcp_mappings(NULL, 3) + GeoRef_free_gcp_mappings(&maps, 3) == 2, "no list is released");
+}
+
+/* Two control points of a similarity go out to files and come back. */
+static void test_georef(const char* folder) {
+    char name[512];
+    double sx, sy, dx, dy, **maps = NULL;
+    GeoRef* object = GeoRef_new(2);
+    check(GeoRef_set_gcp_values(object, 0, 0, 0, 100, 200) == 1, "the first point");
+    check(GeoRef_set_gcp_values(object, 1, 10, 20, 140, 210) == 1, "the second point");
+    check(GeoRef_set_gcp_values(object, 2, 1, 1, 1, 1) == 0, "there is no third point");
+    check(GeoRef_process_type(object, 2) == 1, "a fit");
+    check(GeoRef_project_point(object, 10, -20, &dx, &dy) == 1 && dx == 140 && dy == 210, "a projection");
+    check(GeoRef_rms_total_error(object) < 1e-9 && GeoRef_rms_error(object, 1) < 1e-9, "an exact fit");
+    snprintf(name, sizeof name, "%s/site.tif", folder);
+    check(GeoRef_write_gcp(object, name) == 1 && strstr(name, "/site.gcp") != NULL, name);
+    check(GeoRef_load_gcp_mappings(&maps, name, 0, 0) == 2, "two mappings");
+    check(GeoRef_get_gcp_mapping(&maps, 1, &sx, &sy, &dx, &dy) == 1, "the second mapping");
+    check(sx == 140 && sy == -210 && dx == 10 && dy == -20, "columns of a GCP file");
+    check(GeoRef_free_gcp_mappings(&maps, 2) == 1 && maps == NULL, "the list is released");
+    check(holds(folder, "site.gcp", "100.000000\t-200.000000\t0.000000\t-0.000000\n"), "the GCP file");
+    check(GeoRef_delete(object) == 1, "the object is released");
+}
+
 static void test_prompt(void) {
     check(GMS_PromptValue("x") == 0.0, "nobody answers");
     GMS_SetPromptFunc(answer);
@@ -101,11 +139,13 @@ static void test_conversion(const char* folder) {
 int main(void) {
     char folder[] = "/tmp/plx_capi_XXXXXX";
     test_null_handles();
+    test_null_georef();
     test_prompt();
     if (mkdtemp(folder) == NULL) return 1;
     GMS_SetStatusFunc(on_status);
     GMS_SetErrorFunc(on_error);
     test_conversion(folder);
+    test_georef(folder);
     check(rmdir(folder) == 0, "nothing else was written");
     return failures != 0;
 }

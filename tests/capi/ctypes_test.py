@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Drives the flat GMS functions of the shared library given as argument, as a script would."""
+"""Drives the flat functions of the shared library given as argument, as a script would."""
 import ctypes
 import pathlib
 import sys
@@ -51,6 +51,16 @@ def convert(library, folder):
     return messages
 
 
+def read_world_file(library, folder):
+    """The control points that a world file beside an image of 100 x 50 pixels stands for."""
+    (folder / "photo.jgw").write_text("2\n0\n0\n-2\n1000\n5000\n")
+    maps = ctypes.POINTER(ctypes.POINTER(ctypes.c_double))()
+    count = library.GeoRef_load_gcp_mappings(ctypes.byref(maps), bytes(folder / "Photo.JPG"), 100, 50)
+    points = [tuple(maps[i][:4]) for i in range(count)]
+    assert library.GeoRef_free_gcp_mappings(ctypes.byref(maps), count) == 1 and not maps
+    return points
+
+
 def main():
     library = load(sys.argv[1])
     assert library.GMStoPLX_parse_project(None) is None
@@ -66,6 +76,8 @@ def main():
         assert written == ["hill_depth.gmf", "tin_hill_elevation.gmf", "tin_hill_elevation.pff",
                            "tin_the_mound_elevation.gmf", "tin_the_mound_elevation.pff"], written
         surface = next(path for path in (folder / "TINS").iterdir() if path.name.lower() == "hill_depth.gmf")
+        corners = [(0, 0, 1000, 5000), (99, -49, 1198, 4902), (0, -49, 1000, 4902)]
+        assert read_world_file(library, folder) == corners
         assert surface.read_bytes().splitlines()[2] == b"0.000000 0.000000 1.500000"
 
 
