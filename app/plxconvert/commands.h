@@ -17,5 +17,6 @@ void add_modflow_command(CLI::App& app, Action& action);
 void add_gms_command(CLI::App& app, Action& action);
 void add_info_command(CLI::App& app, Action& action);
 void add_interpolate_command(CLI::App& app, Action& action);
+void add_georef_command(CLI::App& app, Action& action);
 
 }  // namespace plx::tool

@@ -27,6 +27,8 @@ constexpr const char* kExamples =
     "      The surfaces and boreholes of a GMS project.\n"
     "  plxconvert interpolate wells.csv --onto site.nam -o nitrate.pff\n"
     "      Values of scattered samples at the nodes of a model.\n"
+    "  plxconvert georef fit site.gcp --plot residuals.svg\n"
+    "      How well control points place an image.\n"
     "\n"
     "'plxconvert COMMAND --help' tells the rest.\n"
     "Exit codes: 0 everything was written; 1 something is wrong with the input or the\n"
@@ -35,7 +37,8 @@ constexpr const char* kExamples =
 std::string usage_fault(const CLI::App* app, const CLI::Error& error) {
     const auto used = app->get_subcommands();
     if (used.empty())
-        return "plxconvert: give a command: info, modflow, gms or interpolate\nTry 'plxconvert --help'.\n";
+        return "plxconvert: give a command: info, modflow, gms, interpolate or georef\nTry 'plxconvert "
+               "--help'.\n";
     return "plxconvert: " + std::string(error.what()) + "\nTry 'plxconvert " + used[0]->get_name() +
            " --help'.\n";
 }
@@ -53,6 +56,7 @@ int run(int argc, char** argv) {
     add_modflow_command(app, action);
     add_gms_command(app, action);
     add_interpolate_command(app, action);
+    add_georef_command(app, action);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

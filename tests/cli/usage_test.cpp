@@ -18,7 +18,7 @@ TEST(Usage, WrongOptionsEndWithTwo) {
         std::vector<std::string> arguments;
         const char* message;
     } cases[] = {
-        {{}, "give a command: info, modflow, gms or interpolate"},
+        {{}, "give a command: info, modflow, gms, interpolate or georef"},
         {{"modflow"}, "PROJECT is required"},
         {{"modflow", "x.nam", "--wave"}, "--wave"},
         {{"modflow", "x.nam", "--kind", "seawat"}, "seawat"},

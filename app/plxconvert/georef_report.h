@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "plxconvert/image_map.h"
+
+namespace plx::tool {
+
+/// Another arithmetic must differ by more than this many pixels to be worth a word.
+constexpr double kNotablePixels = 1e-3;
+
+/// What a fit type is called.
+const char* type_title(int type);
+/// Prints a warning when the control points leave coefficients undetermined.
+void warn_if_singular(const PolynomialFit& fit, const char* which);
+
+/// Print coefficients, residuals and their RMS to standard output; `other` is the map by the other
+/// arithmetic.
+void print_fit_text(const std::string& file, int requested, ImageMap& map, ImageMap& other);
+void print_fit_json(const std::string& file, int requested, ImageMap& map, ImageMap& other);
+
+}  // namespace plx::tool

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+namespace plx::tool {
+
+struct ImageSize {
+    int width, height;
+};
+
+/// Size in pixels out of the header of a PNG, JPEG, TIFF or BMP file; nothing when it has none of these.
+std::optional<ImageSize> image_size(const std::filesystem::path& file);
+
+}  // namespace plx::tool
