@@ -1,11 +1,10 @@
 #pragma once
 
-#include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <system_error>
+
+#include "plxconvert/words.h"
 
 namespace plx::tool {
 
@@ -30,10 +29,7 @@ inline bool is_passed_over(std::string_view line) {
 
 /// Reads a word that is a finite decimal number as a whole. Free of the locale.
 inline bool to_finite(std::string_view word, double& value) {
-    if (word.size() > 1 && word[0] == '+' && word[1] != '-') word.remove_prefix(1);
-    const char* const end = word.data() + word.size();
-    const auto [stop, fault] = std::from_chars(word.data(), end, value);
-    return fault == std::errc{} && stop == end && std::isfinite(value);
+    return parse_number(without_plus(word), value);
 }
 
 /// The beginning of a word between quotes, fit for a message.

@@ -97,20 +97,15 @@ private:
     bool no_more_quotes_ = false, no_more_apostrophes_ = false;
 };
 
-void erase_plus(std::string& word) {
-    if (word.size() > 1 && word[0] == '+' && word[1] != '-') word.erase(0, 1);
-}
-
 }  // namespace
 
 std::vector<std::string> cells_of(const std::string& line, char separator) {
     return CellReader(line, separator).read();
 }
 
-bool whole_number(std::string word, double& number) {
-    erase_plus(word);
+bool whole_number(const std::string& word, double& number) {
     std::vector<double> numbers;
-    if (!parse_numbers(word, numbers) || numbers.size() != 1) return false;
+    if (!parse_numbers(std::string(without_plus(word)), numbers) || numbers.size() != 1) return false;
     number = numbers[0];
     return true;
 }

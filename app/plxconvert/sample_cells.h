@@ -17,7 +17,7 @@ constexpr char kBlanks = ' ';
 std::vector<std::string> cells_of(const std::string& line, char separator);
 
 /// Reads a whole word as a finite decimal number, a plus sign allowed. Free of the locale.
-bool whole_number(std::string word, double& number);
+bool whole_number(const std::string& word, double& number);
 /// Reads a whole word as a number no farther than kFarthest.
 bool coordinate(const std::string& word, double& number);
 /// True for a number, also one behind a '<' as for a detection limit; that is not below 0 then.

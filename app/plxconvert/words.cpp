@@ -29,13 +29,22 @@ std::vector<std::string> split(const std::string& text, char separator) {
     }
 }
 
+bool parse_number(std::string_view word, double& number) {
+    const char* const end = word.data() + word.size();
+    const auto [stop, fault] = std::from_chars(word.data(), end, number);
+    return fault == std::errc{} && stop == end && std::isfinite(number);
+}
+
+std::string_view without_plus(std::string_view word) {
+    if (word.size() > 1 && word[0] == '+' && word[1] != '-') word.remove_prefix(1);
+    return word;
+}
+
 bool parse_numbers(const std::string& list, std::vector<double>& numbers) {
     numbers.clear();
     for (const std::string& part : split(list, ',')) {
         double value = 0.0;
-        const char* end = part.data() + part.size();
-        const auto [stop, fault] = std::from_chars(part.data(), end, value);
-        if (fault != std::errc{} || stop != end || !std::isfinite(value)) return false;
+        if (!parse_number(part, value)) return false;
         numbers.push_back(value);
     }
     return true;

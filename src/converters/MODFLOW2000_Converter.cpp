@@ -65,13 +65,7 @@ void MODFLOW2000_Converter::parseNAM() {
     std::printf("MODFLOW2000_Converter parseNAM\t\t\t\t\t\t\t\t\t\t\r");
     if (!plx::read_name_entries(model())) return;
     for (const plx::NameFileEntry& entry : model().name_entries) {
-        if (entry.type == "BAS6") {
-            bas_unit = entry.unit;
-            basic_file = VXFile(entry.path.c_str());
-        } else if (entry.type == "DIS") {
-            dis_unit = entry.unit;
-            discretization_file = VXFile(entry.path.c_str());
-        }
+        plx::note_grid_package(model(), entry);
         plx::open_entry(model(), entry, plx::kTexts);
     }
     if (reading_rules.model_no_flow_heads) plx::find_dry_head(model());

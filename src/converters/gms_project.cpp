@@ -304,13 +304,7 @@ void parse_gms_name_file(ModelState& model, const GmsTexts& texts) {
             mark_result(model, entry);
             continue;
         }
-        if (entry.type == "BAS6") {
-            f.bas_unit = entry.unit;
-            f.basic_file = VXFile(entry.path.c_str());
-        } else if (entry.type == "DIS") {
-            f.dis_unit = entry.unit;
-            f.discretization_file = VXFile(entry.path.c_str());
-        }
+        note_grid_package(model, entry);
         open_entry(model, entry, kTexts);
     }
     if (f.reading_rules.model_no_flow_heads) find_dry_head(model);

@@ -178,6 +178,17 @@ bool read_name_entries(ModelState& model, const char* missing, const char* unope
     return true;
 }
 
+void note_grid_package(ModelState& model, const NameFileEntry& entry) {
+    ConverterFactory& f = model.factory;
+    if (entry.type == "BAS6") {
+        f.bas_unit = entry.unit;
+        f.basic_file = VXFile(entry.path.c_str());
+    } else if (entry.type == "DIS") {
+        f.dis_unit = entry.unit;
+        f.discretization_file = VXFile(entry.path.c_str());
+    }
+}
+
 bool open_entry(ModelState& model, const NameFileEntry& entry, const NameFileTexts& texts) {
     if (!model.streams.open_unit(entry.unit, entry.path)) {
         std::printf(text_for(model, entry, texts), entry.path.c_str());

@@ -20,6 +20,9 @@ struct NameFileTexts {
 bool read_name_entries(ModelState& model, const char* missing = "MODFLOW:: No NAM file detected.\n",
                        const char* unopened = "MODFLOW:: Error opening NAM file.\n");
 
+/// Notes where basic package and discretization file of a MODFLOW-2000 model are, when the line names one.
+void note_grid_package(ModelState& model, const NameFileEntry& entry);
+
 /// Opens the file of a name-file line at its unit; a binary file's role is noted. False after a message.
 bool open_entry(ModelState& model, const NameFileEntry& entry, const NameFileTexts& texts);
 

@@ -38,10 +38,11 @@ const char* message_of(ConcentrationField field) {
     }
 }
 
-/// Names to try under the conversion's rules.
-std::vector<std::string> names_to_try(const ModelState& model, int number) {
+/// Names to try under the conversion's rules; the first `plain` of them are those of the plain rules.
+std::vector<std::string> names_to_try(const ModelState& model, int number, std::size_t& plain) {
     const std::string title = model.factory.project_file.GetFileTitle().c_str();
     std::vector<std::string> names = species_file_names(title, number, model.transport.naming_style);
+    plain = names.size();
     if (!model.factory.reading_rules.result_files_by_content) return names;
     const std::string digits = three_digits(number);
     for (const std::string& name :
@@ -52,14 +53,13 @@ std::vector<std::string> names_to_try(const ModelState& model, int number) {
 }
 
 void add_species(ModelState& model, const FolderNames& folder, int number) {
-    const std::vector<std::string> names = names_to_try(model, number);
+    std::size_t plain = 0;
+    const std::vector<std::string> names = names_to_try(model, number, plain);
     FolderNames::Opened found = folder.open_first(names);
     if (!found.stream) {
         tell_missing(model, folder, names.front(), number);
         return;
     }
-    const String title = model.factory.project_file.GetFileTitle();
-    const auto plain = species_file_names(title.c_str(), number, model.transport.naming_style).size();
     if (found.tried >= plain) model.factory.report.rules_used.result_files_by_content = true;
     SpeciesFile species;
     species.number = number;

@@ -19,7 +19,7 @@ void delete_box(cgBox* box) {
 }
 
 /// Gives up one share of something that `owners` nodes own (null: one). True when it was the last.
-bool leave(std::int32_t*& owners) {
+bool leave_tags(std::int32_t*& owners) {
     std::int32_t* const count = std::exchange(owners, nullptr);
     if (count && --*count > 0) return false;
     delete count;
@@ -42,16 +42,13 @@ cgOctTree& cgOctTree::operator=(const cgOctTree& src) {
     cgBox* const old_box = box;
     double* const old_tags = tagData;
     std::int32_t* tag_owners = tag_owners_;
-    Region* const region = region_;
+    Region* region = region_;
     cgOctTree* old_children[8];
     std::copy_n(children, 8, old_children);
     share(src);
     if (auto* points = dynamic_cast<cgPointTree*>(this)) points->after_sharing();
-    if (leave(tag_owners)) delete[] old_tags;
-    Region* const shared = std::exchange(region_, region);
-    const bool last = leave_region();
-    region_ = shared;
-    if (last) {
+    if (leave_tags(tag_owners)) delete[] old_tags;
+    if (leave(region)) {
         delete_box(old_box);
         for (cgOctTree* child : old_children) delete child;
     }
@@ -83,16 +80,16 @@ void cgOctTree::share(const cgOctTree& src) {
     marked = src.marked;
 }
 
-/// Gives up this node's share of box and children. True when nobody else has them.
-bool cgOctTree::leave_region() {
-    Region* const region = std::exchange(region_, nullptr);
+/// Gives up a share of box and children. True when nobody else has them.
+bool cgOctTree::leave(Region*& shared) {
+    Region* const region = std::exchange(shared, nullptr);
     if (region && --region->owners > 0) return false;
     delete region;
     return true;
 }
 
 void cgOctTree::release_region() {
-    const bool last = leave_region();
+    const bool last = leave(region_);
     if (last) delete_box(box);
     box = nullptr;
     for (cgOctTree*& child : children) {
@@ -102,7 +99,7 @@ void cgOctTree::release_region() {
 }
 
 void cgOctTree::release_tags() {
-    if (leave(tag_owners_)) delete[] tagData;
+    if (leave_tags(tag_owners_)) delete[] tagData;
     tagData = nullptr;
 }
 
@@ -144,7 +141,7 @@ void cgOctTree::SetupChildrenMain(cgOctTree*, int depth_, const cgPoint& min, co
         std::exchange(box, new cgBox(min, max));  // the corners may be those of the old box
     cgOctTree* others[8] = {};                    // children that copies of this node have
     if (region_ && region_->owners > 1) std::copy_n(region_->children, 8, others);
-    const bool last = leave_region();
+    const bool last = leave(region_);
     if (last) delete_box(old_box);
     for (int i = 0; i < 8; ++i) {
         if (children[i] == others[i]) children[i] = nullptr;

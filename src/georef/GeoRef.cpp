@@ -5,9 +5,10 @@
 #include <cstddef>
 #include <cstdio>
 
+#include "georef/fit_types.h"
+
 namespace {
 
-constexpr int kMaxType = 7;
 constexpr int kFixedTerms = 3;
 
 std::size_t index(int i) { return static_cast<std::size_t>(i); }
@@ -153,25 +154,9 @@ int GeoRef::get_gcp_values(int i, double& sx, double& sy, double& dx, double& dy
     return 1;
 }
 
-int GeoRef::limited_type(int requested) const {
-    int most = kMaxType;
-    if (nGCP < 2) {
-        most = 1;
-    } else if (nGCP == 2) {
-        most = 3;
-    } else if (nGCP < 6) {
-        most = 4;
-    } else if (nGCP < 10) {
-        most = 5;
-    } else if (nGCP < 15) {
-        most = 6;
-    }
-    return std::clamp(requested, 1, most);
-}
-
 void GeoRef::process_type(int requested) {
     reverse_.reset();
-    type = limited_type(requested);
+    type = plx::limited_fit_type(requested, index(nGCP));
     const bool two_points = type == 2 || (nGCP == 2 && type != 1);
     if (!two_points || !fit_two_points()) {
         if (type == 1) {

@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <limits>
 
+#include "georef/fit_types.h"
+
 namespace plx {
 namespace {
 
@@ -15,7 +17,6 @@ using Points = std::vector<ControlPoint>;
 
 constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 constexpr double kLargest = 1e150;
-constexpr int kMaxType = 7;
 
 int degree_of(int type) { return std::max(type - 3, 1); }
 int terms_of_degree(int degree) { return (degree + 1) * (degree + 2) / 2; }
@@ -33,13 +34,6 @@ void powers(double u, double v, int degree, Terms& t) {
         t[next++] = t[lower + d - 1] * v;
         lower += d;
     }
-}
-
-int limited_type(int requested, std::size_t points) {
-    constexpr std::size_t kNeeded[kMaxType + 1] = {0, 0, 2, 3, 3, 6, 10, 15};
-    int type = std::clamp(requested, 1, kMaxType);
-    while (points < kNeeded[type]) --type;
-    return type;
 }
 
 bool is_usable(const ControlPoint& p) {
@@ -224,7 +218,8 @@ PolynomialFit fit_polynomial(const std::vector<ControlPoint>& points, int type) 
         fit.state = FitState::bad_number;
         return fit;
     }
-    fit.type = limited_type(type, points.size());
+    fit.type = limited_fit_type(type, points.size());
+    if (points.size() == 2) fit.type = std::min(fit.type, 2);
     if (fit.type == 1) {
         fit_translation(points, fit);
     } else if (fit.type == 2) {

@@ -60,7 +60,7 @@ protected:
 private:
     struct Region;
 
-    bool leave_region();
+    static bool leave(Region*& shared);
     void release_tags();
     void share(const cgOctTree& src);
 

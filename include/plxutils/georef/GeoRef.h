@@ -87,7 +87,6 @@ private:
     };
     struct TwoPoints;
 
-    int limited_type(int requested) const;
     bool fit_two_points();
     void fit_scale_by_y(const TwoPoints& d);
     void fit_scale_by_x(const TwoPoints& d);
