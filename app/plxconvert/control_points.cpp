@@ -26,6 +26,7 @@ std::string read_small_text(const std::filesystem::path& file) {
     text.resize(static_cast<std::size_t>(stream.gcount()));
     if (text.size() > kMostBytes) throw InputFault(name + " is too large for a file of control points");
     if (text.find('\0') != std::string::npos) throw InputFault(name + " is a binary file, not a text");
+    if (std::string_view(text).substr(0, kUtf8Mark.size()) == kUtf8Mark) text.erase(0, kUtf8Mark.size());
     return text;
 }
 
@@ -74,6 +75,17 @@ std::vector<ControlPoint> read_control_points(const std::filesystem::path& file,
     });
     if (points.empty()) throw InputFault("'" + file.string() + "' holds no control point");
     return points;
+}
+
+void warn_if_rows_negative(const std::filesystem::path& file, const std::vector<ControlPoint>& points) {
+    bool negative = false;
+    for (const ControlPoint& p : points) {
+        if (p.y > 0.0) return;
+        negative = negative || p.y < 0.0;
+    }
+    if (negative) {
+        print_warning(file.filename().string() + ": all rows are negative: the file seems to hold minus row");
+    }
 }
 
 std::array<double, 6> read_world_file(const std::filesystem::path& file) {

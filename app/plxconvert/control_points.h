@@ -26,6 +26,10 @@ enum class PointOrder {
 std::vector<ControlPoint> read_control_points(const std::filesystem::path& file, PointOrder order,
                                               bool& more);
 
+/// Prints a warning when no row is positive and one is negative: GCP files may hold them that way, but
+/// nothing in such a file tells.
+void warn_if_rows_negative(const std::filesystem::path& file, const std::vector<ControlPoint>& points);
+
 /// The numbers A, D, B, E, C and F of a world file: X = A column + B row + C, Y = D column + E row + F.
 ///
 /// @throws InputFault with the line for one that is no number, and when there are fewer than six.

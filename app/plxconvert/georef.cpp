@@ -1,5 +1,6 @@
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -13,24 +14,25 @@
 #include "plxconvert/paths.h"
 #include "plxconvert/project_points.h"
 #include "plxconvert/residual_plot.h"
-#include "plxconvert/words.h"
 
 namespace plx::tool {
 
 namespace {
 
 struct Options {
-    std::string file, image, plot, points;
+    std::string file, image;
+    std::optional<std::string> plot, points;
     std::vector<int> size;
     int type = 4;
     bool prescribed = false, json = false, reverse = false;
 };
 
 const char* const kSigns =
-    "\nColumns and rows of an image count from 0 at its first pixel, columns to the right and rows\n"
-    "downwards; world X counts to the right (east) and Y upwards (north). A line of a GCP file is\n"
-    "X, minus Y, column, row: its second number is the world's Y with the sign changed, as hosts\n"
-    "write it. Everywhere else Y has its own sign.\n";
+    "\nColumns and rows of an image count from 0 in the middle of its first pixel, columns to the\n"
+    "right and rows downwards; world X counts to the right (east) and Y upwards (north). A line of\n"
+    "a GCP file is X, minus Y, column, row: its second number is the world's Y with the sign\n"
+    "changed, as hosts write it. Everywhere else Y has its own sign. Hosts may also have written\n"
+    "minus row; when all rows are negative, there is a warning.\n";
 
 const char* const kTypes =
     "\nTypes: 1 translation; 2 similarity of the first two points; 3 scale and offset per axis;\n"
@@ -45,12 +47,35 @@ std::vector<ControlPoint> read_points(const std::filesystem::path& file) {
         print_warning(file.filename().string() + ": only the first " + std::to_string(kMostControlPoints) +
                       " control points count");
     }
+    warn_if_rows_negative(file, points);
     return points;
 }
 
-std::filesystem::path plot_file(const std::string& given, const std::filesystem::path& source) {
-    if (given.empty()) return {};
-    const std::filesystem::path plot = output_file(given);
+/// Warns of what the numbers of a fit do not show.
+void warn_about(const ImageMap& map, bool back = false) {
+    if (map.prescribed() && !map.message().empty()) print_warning(map.message());
+    warn_if_singular(back ? map.back() : map.fit(), back ? " of the way back" : "");
+}
+
+/// The same for commands that do not print the fit.
+void warn_about_unseen(ImageMap& map, const Options& options) {
+    ImageMap other(map.points(), options.type, !options.prescribed);
+    warn_if_lowered(map, options.type);
+    warn_about(map, options.reverse);
+    warn_if_different(map, other, options.reverse);
+}
+
+/// The image that is to get or has neighbours.
+std::filesystem::path image_file(const Options& options) {
+    const std::filesystem::path image = input_file(options.image, "an image");
+    if (!is_placing_file(image)) return image;
+    throw InputFault("'" + options.image + "' is a GCP file or a world file; give the image");
+}
+
+std::filesystem::path plot_file(const std::optional<std::string>& given,
+                                const std::filesystem::path& source) {
+    if (!given) return {};
+    const std::filesystem::path plot = output_file(*given);
     std::error_code fault;
     if (std::filesystem::equivalent(plot, source, fault))
         throw InputFault("--plot would replace the GCP file");
@@ -63,7 +88,8 @@ int fit(const Options& options) {
     const std::vector<ControlPoint> points = read_points(file);
     ImageMap map(points, options.type, options.prescribed), other(points, options.type, !options.prescribed);
     const std::string name = file.filename().string();
-    warn_if_singular(map.fit(), "");
+    warn_about(map);
+    if (!map.is_number()) print_warning("the fit is not a number");
     if (options.json) {
         print_fit_json(name, options.type, map, other);
     } else {
@@ -78,16 +104,16 @@ int fit(const Options& options) {
 
 int project(const Options& options) {
     ImageMap map(read_points(input_file(options.file, "a GCP file")), options.type, options.prescribed);
-    warn_if_singular(options.reverse ? map.back() : map.fit(), options.reverse ? " of the way back" : "");
+    warn_about_unseen(map, options);
     project_points(map, options.reverse);
     return kDone;
 }
 
 int world(const Options& options) {
-    const std::filesystem::path image = input_file(options.image, "an image");
-    ImageMap map(read_points(input_file(options.file, "a GCP file")), options.type, options.prescribed);
-    warn_if_singular(map.fit(), "");
-    write_world_file(image, map);
+    const std::filesystem::path image = image_file(options), points = input_file(options.file, "a GCP file");
+    ImageMap map(read_points(points), options.type, options.prescribed);
+    warn_about_unseen(map, options);
+    write_world_file(image, points, map);
     return kDone;
 }
 
@@ -98,9 +124,8 @@ ImageSize size_of(const Options& options, const std::filesystem::path& image) {
 }
 
 int gcp(const Options& options) {
-    const std::filesystem::path image = input_file(options.image, "an image");
-    if (lower(image.extension().string()) == ".gcp") throw InputFault("IMAGE is a GCP file; give the image");
-    if (options.points.empty()) {
+    const std::filesystem::path image = image_file(options);
+    if (!options.points) {
         const Neighbours found = neighbours_of(image);
         if (found.world.empty())
             throw InputFault("no world file is beside '" + image.string() + "'; give --points");
@@ -108,8 +133,9 @@ int gcp(const Options& options) {
         return kDone;
     }
     bool more = false;
-    const auto points =
-        read_control_points(input_file(options.points, "a file with points"), PointOrder::image_first, more);
+    const std::filesystem::path file = input_file(*options.points, "a file with points");
+    const auto points = read_control_points(file, PointOrder::image_first, more);
+    warn_if_rows_negative(file, points);
     if (more) {
         throw InputFault("more points than the " + std::to_string(kMostControlPoints) +
                          " that a GCP file may hold");
@@ -140,10 +166,17 @@ void add_fit_options(CLI::App& command, Options& options) {
     command.add_flag("--prescribed", options.prescribed, "The arithmetic of the class GeoRef");
 }
 
-void add_image(CLI::App& command, Options& options) {
-    command.add_option("IMAGE", options.image, "The image; only its name and size are used")
-        ->required()
-        ->option_text(" ");
+/// An option whose empty value is one, unlike what the parser makes of it for optional ones.
+CLI::Option* add_file_option(CLI::App& command, const char* name, std::optional<std::string>& file,
+                             const char* what) {
+    return command
+        .add_option_function<std::string>(
+            name, [&file](const std::string& given) { file = given; }, what)
+        ->option_text("FILE");
+}
+
+void add_image(CLI::App& command, Options& options, const char* what) {
+    command.add_option("IMAGE", options.image, what)->required()->option_text(" ");
 }
 
 }  // namespace
@@ -162,11 +195,12 @@ void add_georef_command(CLI::App& app, Action& action) {
     CLI::App* command = add(*georef, action, "fit", "Coefficients and residuals", &fit, options);
     add_fit_options(*command, *options);
     command->add_flag("--json", options->json, "Print one JSON object");
-    command->add_option("--plot", options->plot, "Draw the residuals (SVG)")->option_text("FILE");
+    add_file_option(*command, "--plot", options->plot, "Draw the residuals (SVG)");
     command->footer(
         std::string(kSigns) + kTypes +
         "\nA residual is the world point of the file minus where the fit puts it. When the two fits\n"
-        "differ by more than a thousandth of a pixel, the difference is told.");
+        "differ by more than a thousandth of a pixel, there or on the way back at the control points,\n"
+        "the difference is told.");
 
     command =
         add(*georef, action, "project", "Lines of image columns and rows to X and Y", &project, options);
@@ -180,30 +214,34 @@ void add_georef_command(CLI::App& app, Action& action) {
 
     command = add(*georef, action, "world", "Write the world file of an image", &world, options);
     add_fit_options(*command, *options);
-    add_image(*command, *options);
-    command->footer(std::string(kSigns) + kTypes +
-                    "\nThe file is beside the image: site.tif gets site.tfw. An older one is kept as\n"
-                    "site.tfw.backup. World files hold first-degree maps with six decimals.");
+    add_image(*command, *options, "The image; only its name is used");
+    command->footer(
+        std::string(kSigns) + kTypes +
+        "\nThe file is beside the image: site.tif gets site.tfw. Older ones are kept as\n"
+        "site.tfw.backup, .backup1 to .backup10; the oldest is dropped then. World files hold\n"
+        "first-degree maps with six decimals; their last two numbers are the place of the middle\n"
+        "of the first pixel.");
 
     command = add(*georef, action, "gcp", "Write the GCP file of an image", &gcp, options);
-    add_image(*command, *options);
-    command
-        ->add_option("--points", options->points,
-                     "Lines of column, row, X and Y (default: three corners by the image's world file)")
-        ->option_text("FILE");
+    add_image(*command, *options, "The image; its name is used, and its size without --points");
+    add_file_option(*command, "--points", options->points,
+                    "Lines of column, row, X and Y (default: three corners by the image's world file)");
     command->add_option("--size", options->size, "Size of the image, when its header does not tell")
         ->option_text("COLUMNS ROWS")
         ->expected(2);
-    command->footer(std::string(kSigns) + "\nAn older site.gcp is kept as site.gcp.backup.");
+    command->footer(
+        std::string(kSigns) +
+        "\nAn older site.gcp is kept as site.gcp.backup, .backup1 to .backup10; the oldest is dropped\n"
+        "then. GCP files have six decimals.");
 
     command = add(
         *georef, action, "show", "What lies beside an image",
         [](const Options& given) {
-            show_neighbours(input_file(given.image, "an image"));
+            show_neighbours(image_file(given));
             return kDone;
         },
         options);
-    add_image(*command, *options);
+    add_image(*command, *options, "The image; its name and its size are used");
     command->footer(std::string(kSigns) + "\nA GCP file counts before a world file.");
 }
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <string>
 
 #include "plxconvert/info_json.h"
 #include "plxconvert/messages.h"
@@ -20,13 +21,29 @@ constexpr const char* kTerms[] = {"1",   "x",  "y",  "x2",  "xy",   "y2",  "x3",
 
 const char* method(const ImageMap& map) { return map.prescribed() ? "prescribed" : "well_conditioned"; }
 
+Json finite(double value) { return std::isfinite(value) ? Json(value) : Json(); }
+
 Json list(const ImageMap::Coefficients& values, std::size_t count) {
     Json json = Json::array();
-    for (std::size_t k = 0; k < count; ++k) json.push_back(values[k] + 0.0);
+    for (std::size_t k = 0; k < count; ++k) json.push_back(finite(values[k] + 0.0));
     return json;
 }
 
-Json finite(double value) { return std::isfinite(value) ? Json(value) : Json(); }
+Json centred(const ImageMap::Polynomials& p, const char* x, const char* y) {
+    return {{"centre", {p.centre_x, p.centre_y}},
+            {"scale", {p.scale_x, p.scale_y}},
+            {x, list(p.X, p.count)},
+            {y, list(p.Y, p.count)}};
+}
+
+Json way_back(ImageMap& map) {
+    const ImageMap::Polynomials p = map.back_polynomials();
+    return {{"determined", map.back().state == FitState::determined},
+            {"condition", finite(map.back().condition)},
+            {"column", list(p.x_terms, p.count)},
+            {"row", list(p.y_terms, p.count)},
+            {"centred", centred(p, "column", "row")}};
+}
 
 void print_coefficients(const ImageMap::Polynomials& p) {
     std::printf("  %-6s%24s%24s\n", "term", "X", "Y");
@@ -68,6 +85,33 @@ void warn_if_singular(const PolynomialFit& fit, const char* which) {
                   ": points on one line, repeated or on one curve; trust the fit near them only");
 }
 
+void warn_if_lowered(const ImageMap& map, int requested) {
+    if (map.type() == requested) return;
+    print_warning("type " + std::to_string(requested) + " is not possible with these points; type " +
+                  std::to_string(map.type()) + " is used");
+}
+
+std::string told_difference(ImageMap& map, ImageMap& other, bool back) {
+    const double distance = back ? map.difference_back(other) : map.difference(other);
+    const double pixels = back ? distance : distance / map.pixel();
+    if (pixels <= kNotablePixels) return {};
+    char how[96];
+    if (!std::isfinite(pixels)) {
+        std::snprintf(how, sizeof how, "cannot be compared: one of the two is not a number");
+    } else if (back) {
+        std::snprintf(how, sizeof how, "differs by up to %.4g pixels", pixels);
+    } else {
+        std::snprintf(how, sizeof how, "differs by up to %.4g, %.4g pixels", distance, pixels);
+    }
+    return std::string(back ? "the way back of the " : "the ") +
+           (other.prescribed() ? "prescribed" : "well-conditioned") + " fit " + how;
+}
+
+void warn_if_different(ImageMap& map, ImageMap& other, bool back) {
+    const std::string text = told_difference(map, other, back);
+    if (!text.empty()) print_warning(text);
+}
+
 void print_fit_text(const std::string& file, int requested, ImageMap& map, ImageMap& other) {
     std::printf("%s: %s, type %d (%s), %s fit\n", file.c_str(),
                 counted(static_cast<long long>(map.points().size()), "control point").c_str(), map.type(),
@@ -78,10 +122,10 @@ void print_fit_text(const std::string& file, int requested, ImageMap& map, Image
     std::printf("\n  world X and Y by the image column x and row y; rows count downwards, Y upwards\n");
     print_coefficients(map.polynomials());
     print_residuals(map);
-    const double difference = map.difference(other), pixels = difference / map.pixel();
-    if (pixels <= kNotablePixels) return;
-    std::printf("  the %s fit differs by up to %.4g, %.4g pixels\n",
-                other.prescribed() ? "prescribed" : "well-conditioned", difference, pixels);
+    for (const bool back : {false, true}) {
+        const std::string text = told_difference(map, other, back);
+        if (!text.empty()) std::printf("  %s\n", text.c_str());
+    }
 }
 
 void print_fit_json(const std::string& file, int requested, ImageMap& map, ImageMap& other) {
@@ -108,18 +152,16 @@ void print_fit_json(const std::string& file, int requested, ImageMap& map, Image
            {"terms", terms},
            {"X", list(p.x_terms, p.count)},
            {"Y", list(p.y_terms, p.count)},
-           {"centred",
-            {{"centre", {p.centre_column, p.centre_row}},
-             {"scale", {p.scale_column, p.scale_row}},
-             {"X", list(p.X, p.count)},
-             {"Y", list(p.Y, p.count)}}},
+           {"centred", centred(p, "X", "Y")},
+           {"back", way_back(map)},
            {"residuals", residuals},
            {"rms", finite(map.rms())},
            {"pixel", map.pixel()},
            {"difference",
             {{"to", method(other)},
              {"distance", finite(difference)},
-             {"pixels", finite(difference / map.pixel())}}}});
+             {"pixels", finite(difference / map.pixel())},
+             {"back", finite(map.difference_back(other))}}}});
 }
 
 }  // namespace plx::tool

@@ -14,6 +14,13 @@ const char* type_title(int type);
 /// Prints a warning when the control points leave coefficients undetermined.
 void warn_if_singular(const PolynomialFit& fit, const char* which);
 
+/// Prints a warning when few points lowered the type.
+void warn_if_lowered(const ImageMap& map, int requested);
+/// Prints a warning when the map by the other arithmetic differs notably, on the way there or back.
+void warn_if_different(ImageMap& map, ImageMap& other, bool back);
+/// Says how the map by the other arithmetic differs; empty when it is not worth a word.
+std::string told_difference(ImageMap& map, ImageMap& other, bool back);
+
 /// Print coefficients, residuals and their RMS to standard output; `other` is the map by the other
 /// arithmetic.
 void print_fit_text(const std::string& file, int requested, ImageMap& map, ImageMap& other);

@@ -21,13 +21,17 @@ int possible_type(int requested, std::size_t points) {
     return points == 2 ? std::min(requested, 2) : requested;
 }
 
-/// What was found from projections has the noise of their rounding where the map has nothing.
-void drop_rounding(ImageMap::Coefficients& values) {
-    double largest = 0.0;
-    for (const double value : values) largest = std::max(largest, std::fabs(value));
-    for (double& value : values) {
-        if (std::fabs(value) < 1e-15 * largest) value = 0.0;
-    }
+/// What GeoRef prints for its first two points.
+const char* two_point_message(const ControlPoint& a, const ControlPoint& b) {
+    const bool x_equal = a.x == b.x || a.X == b.X, y_equal = a.y == b.y || a.Y == b.Y;
+    if (x_equal && y_equal) return "texture_map: X and Y points are equal.  Switching to Translate.";
+    if (x_equal) return "texture_map: X inputs are equal.  Using Y values for scaling.";
+    return y_equal ? "texture_map: Y inputs are equal.  Using X values for scaling." : "";
+}
+
+/// The greater one; infinite when a distance is not a number.
+double greater(double greatest, double distance) {
+    return std::isnan(distance) ? std::numeric_limits<double>::infinity() : std::max(greatest, distance);
 }
 
 template <class Visit>
@@ -59,7 +63,7 @@ ImageMap::ImageMap(std::vector<ControlPoint> points, int requested, bool prescri
 }
 
 void ImageMap::make_georef(int requested) {
-    // GeoRef prints its messages on standard output, which belongs to the results.
+    // GeoRef prints its messages on standard output, which belongs to the results; message_ has them.
     const OutputDiversion silence(true, "");
     const auto n = static_cast<int>(points_.size());
     georef_ = std::make_unique<GeoRef>(n, nullptr, nullptr, nullptr, nullptr);
@@ -70,6 +74,7 @@ void ImageMap::make_georef(int requested) {
     georef_->process_type(requested);
     if (requested == 2) {
         const ControlPoint &a = points_[0], &b = points_[1];
+        message_ = two_point_message(a, b);
         const bool no_scale = (a.x == b.x || a.X == b.X) && (a.y == b.y || a.Y == b.Y);
         type_ = no_scale ? 1 : 2;
     }
@@ -103,11 +108,20 @@ WorldPoint ImageMap::residual(const ControlPoint& point) {
     return {point.X - found.X, point.Y - found.Y};
 }
 
+bool ImageMap::is_number() {
+    for (const ControlPoint& point : points_) {
+        const WorldPoint r = residual(point);
+        if (!std::isfinite(r.X) || !std::isfinite(r.Y)) return false;
+    }
+    return true;
+}
+
 double ImageMap::rms() {
     double length = 0.0;
     for (const ControlPoint& point : points_) {
         const WorldPoint r = residual(point);
-        length = std::hypot(length, r.X, r.Y);
+        // The function of three arguments loses what is not a number.
+        length = std::hypot(length, std::hypot(r.X, r.Y));
     }
     return length / std::sqrt(static_cast<double>(points_.size()));
 }
@@ -136,42 +150,68 @@ double ImageMap::difference(ImageMap& other) {
     double greatest = 0.0;
     const auto compare = [&](double column, double row) {
         const WorldPoint a = to_world(column, row), b = other.to_world(column, row);
-        const double distance = std::hypot(a.X - b.X, a.Y - b.Y);
-        greatest =
-            std::isnan(distance) ? std::numeric_limits<double>::infinity() : std::max(greatest, distance);
+        greatest = greater(greatest, std::hypot(a.X - b.X, a.Y - b.Y));
     };
     each_lattice_place(extent(), compare);
     for (const ControlPoint& p : points_) compare(p.x, p.y);
     return greatest;
 }
 
-ImageMap::Polynomials ImageMap::polynomials() {
-    PolynomialFit shown = fit_;
-    double sign = row_sign_;
-    if (georef_) {
-        std::vector<ControlPoint> places;
-        each_lattice_place(extent(), [&](double column, double row) {
-            const WorldPoint world = to_world(column, row);
-            places.push_back({column, row, world.X, world.Y});
-        });
-        shown = fit_polynomial(places, type_ <= 2 ? 4 : type_);
-        drop_rounding(shown.X);
-        drop_rounding(shown.Y);
-        sign = 1.0;
+double ImageMap::difference_back(ImageMap& other) {
+    double greatest = 0.0;
+    for (const ControlPoint& p : points_) {
+        const WorldPoint a = to_image(p.X, p.Y), b = other.to_image(p.X, p.Y);
+        greatest = greater(greatest, std::hypot(a.X - b.X, a.Y - b.Y));
     }
-    Polynomials p{shown.centre_x,
-                  sign * shown.centre_y,
-                  shown.scale_x,
-                  shown.scale_y,
-                  shown.X,
-                  shown.Y,
-                  shown.in_source_units(shown.X),
-                  shown.in_source_units(shown.Y),
-                  3};
-    // Only maps of first degree have negated rows.
-    for (Coefficients* of : {&p.X, &p.Y, &p.x_terms, &p.y_terms}) (*of)[2] *= sign;
+    return greatest;
+}
+
+std::size_t ImageMap::term_count() const {
     const auto degree = static_cast<std::size_t>(std::max(type_ - 3, 1));
-    p.count = (degree + 1) * (degree + 2) / 2;
+    return (degree + 1) * (degree + 2) / 2;
+}
+
+ImageMap::Polynomials ImageMap::polynomials() const {
+    if (georef_) {
+        const auto [x, y] = georef_->coefficients();
+        return {0.0, 0.0, 1.0, 1.0, x, y, x, y, term_count()};
+    }
+    Polynomials p{fit_.centre_x,
+                  row_sign_ * fit_.centre_y,
+                  fit_.scale_x,
+                  fit_.scale_y,
+                  fit_.X,
+                  fit_.Y,
+                  fit_.in_source_units(fit_.X),
+                  fit_.in_source_units(fit_.Y),
+                  term_count()};
+    // Only maps of first degree have negated rows.
+    for (Coefficients* of : {&p.X, &p.Y, &p.x_terms, &p.y_terms}) (*of)[2] *= row_sign_;
+    return p;
+}
+
+ImageMap::Polynomials ImageMap::back_polynomials() {
+    if (georef_) {
+        auto [x, y] = georef_->reverse_coefficients();
+        if (type_ == 1) {
+            // GeoRef's way back of a translation takes -Y and gives -row.
+            x[2] = -x[2];
+            for (const std::size_t k : {0U, 1U}) y[k] = -y[k];
+        }
+        return {0.0, 0.0, 1.0, 1.0, x, y, x, y, term_count()};
+    }
+    Polynomials p{back_.centre_x,
+                  back_.centre_y,
+                  back_.scale_x,
+                  back_.scale_y,
+                  back_.X,
+                  back_.Y,
+                  back_.in_source_units(back_.X),
+                  back_.in_source_units(back_.Y),
+                  term_count()};
+    for (Coefficients* of : {&p.Y, &p.y_terms}) {
+        for (double& value : *of) value *= row_sign_;
+    }
     return p;
 }
 

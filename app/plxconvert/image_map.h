@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "plxutils/georef/GeoRef.h"
@@ -26,6 +27,8 @@ public:
     const PolynomialFit& fit() const { return fit_; }
     /// The fit of the exchanged points.
     const PolynomialFit& back() const { return back_; }
+    /// What GeoRef says when it scales two points by one axis or not at all; empty otherwise.
+    const std::string& message() const { return message_; }
 
     WorldPoint to_world(double column, double row);
     /// X becomes the column and Y the row.
@@ -33,6 +36,8 @@ public:
 
     /// Wanted minus projected.
     WorldPoint residual(const ControlPoint& point);
+    /// False when a control point is projected to what is no number.
+    bool is_number();
     double rms();
     /// Width of a pixel in world units, in the middle of the points; 1 when the fit has no extent.
     double pixel() const;
@@ -44,25 +49,32 @@ public:
     /// The greatest distance between the projections of this map and another over the points and a lattice
     /// between them; infinite when one of them is not a number.
     double difference(ImageMap& other);
+    /// Likewise of the way back at the control points, in pixels.
+    double difference_back(ImageMap& other);
 
-    /// The polynomials of columns x and rows y about the middle of the points: those of the fit, or what
-    /// gives the projections of the prescribed one, which does not show its own.
+    /// The polynomials of columns x and rows y, or of world x and y for the way back. Those of the prescribed
+    /// fit are about (0, 0).
     struct Polynomials {
-        double centre_column, centre_row, scale_column, scale_row;
-        Coefficients X, Y;              ///< of u = (x - centre_column) * scale_column and v, likewise
+        double centre_x, centre_y, scale_x, scale_y;
+        Coefficients X, Y;              ///< of u = (x - centre_x) * scale_x and v = (y - centre_y) * scale_y
         Coefficients x_terms, y_terms;  ///< multiplied out: X and Y by 1, x, y, x2, ...
         std::size_t count;
     };
-    Polynomials polynomials();
+    /// X and Y by columns and rows.
+    Polynomials polynomials() const;
+    /// Columns, as X, and rows, as Y, by world coordinates.
+    Polynomials back_polynomials();
 
 private:
     void make_georef(int requested);
+    std::size_t term_count() const;
 
     std::vector<ControlPoint> points_;
     double row_sign_;
     int type_;
     PolynomialFit fit_, back_;
     std::unique_ptr<GeoRef> georef_;
+    std::string message_;
 };
 
 }  // namespace plx::tool

@@ -27,6 +27,9 @@ public:
 
     void line(std::string_view text) {
         ++number_;
+        if (text.size() > kLongestLine) fail("longer than " + std::to_string(kLongestLine) + " bytes");
+        if (number_ == 1 && text.substr(0, kUtf8Mark.size()) == kUtf8Mark)
+            text.remove_prefix(kUtf8Mark.size());
         std::string_view rest = text;
         const std::string_view first = next_word(rest);
         if (first.empty() || first.front() == '#') {
@@ -53,17 +56,16 @@ public:
         if (std::ferror(stdout) != 0) throw InputFault("standard output cannot be written");
     }
 
-    [[noreturn]] void fail(const std::string& why) {
+    [[noreturn]] void end_with(const std::string& why) {
         flush();
         std::fflush(stdout);
-        throw InputFault("line " + std::to_string(number_) + ": " + why);
-    }
-    [[noreturn]] void too_long() {
-        ++number_;
-        fail("longer than " + std::to_string(kLongestLine) + " bytes");
+        throw InputFault(why);
     }
 
 private:
+    [[noreturn]] void fail(const std::string& why) {
+        end_with("line " + std::to_string(number_) + ": " + why);
+    }
     void take(std::string_view word, double& value) {
         if (to_finite(word, value)) return;
         fail(word.empty() ? "two numbers are wanted, here is one" : printable(word) + " is not a number");
@@ -96,12 +98,10 @@ void project_points(ImageMap& map, bool reverse) {
             projector.line(text.substr(0, end));
             text.remove_prefix(end + 1);
         }
-        if (text.size() > kLongestLine) projector.too_long();
-        if (got < kBlock) {
-            if (std::ferror(stdin) != 0) projector.fail("standard input cannot be read any further");
-            if (!text.empty()) projector.line(text);
-            break;
-        }
+        if (got < kBlock && std::ferror(stdin) != 0) projector.end_with("standard input cannot be read");
+        // A beginning that is too long already is refused as a line, and the block has no room for more.
+        if (text.size() > kLongestLine || (got < kBlock && !text.empty())) projector.line(text);
+        if (got < kBlock) break;
         kept = text.size();
         std::memmove(block.data(), text.data(), kept);
     }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdio>
+#include <cstring>
 
 #include "georef/fit_types.h"
 
@@ -22,8 +23,9 @@ int terms_of_type(int type) { return type == 3 ? 2 : (type - 2) * (type - 1) / 2
 
 /// The first terms of 1, a, b, a2, ab, b2, a3, ...: at least `count` of them, by whole degrees. The terms of
 /// Y are those of X with x and y exchanged. Each is multiplied from left to right.
-void basis(double a, double b, int count, double* t) {
-    t[0] = 1.0;
+template <class Number>
+inline void basis(Number a, Number b, int count, Number* t) {
+    t[0] = Number{} + 1.0;
     t[1] = a;
     t[2] = b;
     if (count <= 3) return;
@@ -41,6 +43,23 @@ void basis(double a, double b, int count, double* t) {
     t[12] = t[7] * b;
     t[13] = t[8] * b;
     t[14] = t[9] * b;
+}
+
+/// A number of X and one of Y, which are added and multiplied at once.
+using Axes __attribute__((vector_size(2 * sizeof(double)))) = double;
+
+/// The sums of both axes, from the first term on.
+template <int kCount>
+inline Axes evaluate(const std::array<double, 2>* coefficients, Axes a, Axes b) {
+    Axes terms[15];
+    basis(a, b, kCount, terms);
+    Axes sum{};
+    for (int k = 0; k < kCount; ++k) {
+        Axes c;
+        std::memcpy(&c, &coefficients[k], sizeof c);
+        sum += c * terms[k];
+    }
+    return sum;
 }
 
 /// Normal equations of one axis, [AtA | Atb], solved in place.
@@ -68,17 +87,11 @@ VXMatrix solve(const std::vector<double>& first, const std::vector<double>& seco
 
 }  // namespace
 
-void GeoRef::Polynomial::take(const VXMatrix& fit) {
-    count = std::min(fit.num_cols() - 1, kMaxTerms);
-    for (int k = 0; k < count; ++k) coefficients[index(k)] = fit.return_elem(k, fit.num_cols() - 1);
-}
-
-double GeoRef::Polynomial::value(double a, double b) const {
-    double terms[kMaxTerms];
-    basis(a, b, count, terms);
-    double sum = 0.0;
-    for (int k = 0; k < count; ++k) sum += coefficients[index(k)] * terms[k];
-    return sum;
+void GeoRef::Polynomials::take(const VXMatrix& x, const VXMatrix& y) {
+    count = std::min(x.num_cols() - 1, kMaxTerms);
+    for (int k = 0; k < count; ++k) {
+        coefficients[index(k)] = {x.return_elem(k, x.num_cols() - 1), y.return_elem(k, y.num_cols() - 1)};
+    }
 }
 
 /// Differences between the first two points.
@@ -114,8 +127,7 @@ GeoRef::GeoRef(const GeoRef& other)
       srcY(other.srcY),
       dstX(other.dstX),
       dstY(other.dstY),
-      x_polynomial_(other.x_polynomial_),
-      y_polynomial_(other.y_polynomial_) {}
+      polynomials_(other.polynomials_) {}
 
 GeoRef& GeoRef::operator=(const GeoRef& other) {
     if (this == &other) return *this;
@@ -128,8 +140,7 @@ GeoRef& GeoRef::operator=(const GeoRef& other) {
     srcY = other.srcY;
     dstX = other.dstX;
     dstY = other.dstY;
-    x_polynomial_ = other.x_polynomial_;
-    y_polynomial_ = other.y_polynomial_;
+    polynomials_ = other.polynomials_;
     return *this;
 }
 
@@ -165,8 +176,7 @@ void GeoRef::process_type(int requested) {
             fit_least_squares();
         }
     }
-    x_polynomial_.take(xFit);
-    y_polynomial_.take(yFit);
+    polynomials_.take(xFit, yFit);
 }
 
 /// False when the two points have no scale and the type has become the translation.
@@ -252,8 +262,25 @@ void GeoRef::set_fixed(const std::array<double, 3>& x, const std::array<double, 
 }
 
 void GeoRef::project_point(double x, double y, double& X, double& Y) {
-    X = x_polynomial_.value(x, y);
-    Y = y_polynomial_.value(y, x);
+    const Axes a = {x, y}, b = {y, x};
+    const std::array<double, 2>* const c = polynomials_.coefficients.data();
+    Axes sum;
+    // Numbers of terms that the compiler knows, so that it keeps them in registers.
+    switch (polynomials_.count) {
+        case 3:
+            sum = evaluate<3>(c, a, b);
+            break;
+        case 6:
+            sum = evaluate<6>(c, a, b);
+            break;
+        case 10:
+            sum = evaluate<10>(c, a, b);
+            break;
+        default:
+            sum = evaluate<15>(c, a, b);
+    }
+    X = sum[0];
+    Y = sum[1];
 }
 
 /// Fits three corners of the sources' bounding box to their projections, or, from the world, back. The
@@ -293,6 +320,22 @@ std::unique_ptr<GeoRef> GeoRef::fit_reverse() {
 void GeoRef::reverse_project_point(double X, double Y, double& x, double& y) {
     if (!reverse_) reverse_ = fit_reverse();
     reverse_->project_point(X, Y, x, y);
+}
+
+std::array<std::array<double, 15>, 2> GeoRef::coefficients() const {
+    std::array<std::array<double, kMaxTerms>, 2> both{};
+    for (int degree = 0, first = 0; first < polynomials_.count; first += ++degree) {
+        for (int k = 0; k <= degree; ++k) {
+            both[0][index(first + k)] = polynomials_.coefficients[index(first + k)][0];
+            both[1][index(first + k)] = polynomials_.coefficients[index(first + degree - k)][1];
+        }
+    }
+    return both;
+}
+
+std::array<std::array<double, 15>, 2> GeoRef::reverse_coefficients() {
+    if (!reverse_) reverse_ = fit_reverse();
+    return reverse_->coefficients();
 }
 
 double GeoRef::error_squared(int i) {

@@ -5,20 +5,13 @@
 #include <string>
 #include <utility>
 
+#include "core/c_boundary.h"
 #include "plxutils/core/VXUtilities.h"
 #include "plxutils/georef/GeoRef.h"
 
 namespace {
 
-/// What `work` returns; the zero of its type when it throws.
-template <class Work>
-auto guarded(Work work) -> decltype(work()) {
-    try {
-        return work();
-    } catch (...) {
-        return {};
-    }
-}
+using plx::guarded;
 
 struct ImageName {
     std::string base;       // up to and including the last dot
@@ -47,12 +40,12 @@ int write_beside(const std::string& name, char* image_name, Write write) {
 }  // namespace
 
 GeoRef* GeoRef_new(int n) {
-    return guarded([&] { return new GeoRef(n, nullptr, nullptr, nullptr, nullptr); });
+    return guarded<GeoRef*>(nullptr, [&] { return new GeoRef(n, nullptr, nullptr, nullptr, nullptr); });
 }
 
 int GeoRef_delete(GeoRef* object) {
     if (!object) return 0;
-    return guarded([&] {
+    return guarded(0, [&] {
         delete object;
         return 1;
     });
@@ -60,12 +53,12 @@ int GeoRef_delete(GeoRef* object) {
 
 int GeoRef_set_gcp_values(GeoRef* object, int i, double sx, double sy, double dx, double dy) {
     if (!object) return 0;
-    return guarded([&] { return object->set_gcp_values(i, sx, sy, dx, dy); });
+    return guarded(0, [&] { return object->set_gcp_values(i, sx, sy, dx, dy); });
 }
 
 int GeoRef_process_type(GeoRef* object, int type) {
     if (!object) return 0;
-    return guarded([&] {
+    return guarded(0, [&] {
         object->process_type(type);
         return 1;
     });
@@ -73,7 +66,7 @@ int GeoRef_process_type(GeoRef* object, int type) {
 
 int GeoRef_project_point(GeoRef* object, double x, double y, double* X, double* Y) {
     if (!object || !X || !Y) return 0;
-    return guarded([&] {
+    return guarded(0, [&] {
         object->project_point(x, y, *X, *Y);
         return 1;
     });
@@ -81,7 +74,7 @@ int GeoRef_project_point(GeoRef* object, double x, double y, double* X, double* 
 
 int GeoRef_reverse_project_point(GeoRef* object, double X, double Y, double* x, double* y) {
     if (!object || !x || !y) return 0;
-    return guarded([&] {
+    return guarded(0, [&] {
         object->reverse_project_point(X, Y, *x, *y);
         return 1;
     });
@@ -89,17 +82,17 @@ int GeoRef_reverse_project_point(GeoRef* object, double X, double Y, double* x, 
 
 double GeoRef_rms_error(GeoRef* object, int i) {
     if (!object) return 0.0;
-    return guarded([&] { return object->rms_error(i); });
+    return guarded(0.0, [&] { return object->rms_error(i); });
 }
 
 double GeoRef_rms_total_error(GeoRef* object) {
     if (!object) return 0.0;
-    return guarded([&] { return object->rms_tot_error(); });
+    return guarded(0.0, [&] { return object->rms_tot_error(); });
 }
 
 int GeoRef_write_world(GeoRef* object, char* imageName) {
     if (!object || !imageName) return 0;
-    return guarded([&] {
+    return guarded(0, [&] {
         const auto image = split_image_name(imageName);
         if (!image || image->extension.empty()) return 0;
         const std::string name = image->base + image->extension.front() + image->extension.back() + 'w';
@@ -109,7 +102,7 @@ int GeoRef_write_world(GeoRef* object, char* imageName) {
 
 int GeoRef_write_gcp(GeoRef* object, char* imageName) {
     if (!object || !imageName) return 0;
-    return guarded([&] {
+    return guarded(0, [&] {
         const auto image = split_image_name(imageName);
         if (!image) return 0;
         const std::string name = image->base + "gcp";
@@ -120,7 +113,7 @@ int GeoRef_write_gcp(GeoRef* object, char* imageName) {
 int GeoRef_load_gcp_mappings(double*** maps, const char* imageName, int width, int height) {
     if (maps) *maps = nullptr;
     if (!maps || !imageName) return 0;
-    return guarded([&] {
+    return guarded(0, [&] {
         const auto image = split_image_name(imageName);
         if (!image) return 0;
         const int count = parseGCPFile(image->base.c_str(), nullptr, maps);

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "core/text_number.h"
 #include "platform/platform.h"
 #include "plxutils/georef/GeoRef.h"
 
@@ -11,7 +12,14 @@ namespace {
 class TextOutput {
 public:
     explicit TextOutput(const char* name) : file_(plx::platform::open_file(name ? name : "", "w")) {}
-    std::FILE* get() const { return file_.get(); }
+    bool is_open() const { return file_ != nullptr; }
+    /// A number with six decimals and what follows it.
+    void put(double number, const char* end) {
+        char text[plx::kFixedMax];
+        const char* const stop = plx::format_fixed<6>(text, number);
+        std::fwrite(text, 1, static_cast<std::size_t>(stop - text), file_.get());
+        std::fputs(end, file_.get());
+    }
     /// Closes the file; false when a byte of it could not be written, as on a full disk.
     bool finished() {
         const bool written = std::ferror(file_.get()) == 0;
@@ -29,28 +37,30 @@ private:
 
 int GeoRef::write_world(const char* name) {
     TextOutput file(name);
-    if (!file.get()) {
+    if (!file.is_open()) {
         std::printf("The file %s could not be opened.\n", name ? name : "");
         return 0;
     }
     const auto fit = fit_corners(false);
     // The terms of X are 1, x, y, those of Y are 1, y, x.
-    const auto& x = fit->x_polynomial_.coefficients;
-    const auto& y = fit->y_polynomial_.coefficients;
-    for (const double number : {x[1], y[2], x[2], y[1], x[0], y[0]}) {
-        std::fprintf(file.get(), "%lf\n\n", number);
+    const auto& c = fit->polynomials_.coefficients;
+    for (const double number : {c[1][0], c[2][1], c[2][0], c[1][1], c[0][0], c[0][1]}) {
+        file.put(number, "\n\n");
     }
     return file.finished() ? 1 : 0;
 }
 
 int GeoRef::write_GCP(const char* name) {
     TextOutput file(name);
-    if (!file.get()) {
+    if (!file.is_open()) {
         std::fputs("The file was not opened\n", stdout);
         return 0;
     }
     for (std::size_t i = 0; i < srcX.size(); ++i) {
-        std::fprintf(file.get(), "%lf\t%lf\t%lf\t%lf\n", dstX[i], -dstY[i], srcX[i], row_sign() * srcY[i]);
+        file.put(dstX[i], "\t");
+        file.put(-dstY[i], "\t");
+        file.put(srcX[i], "\t");
+        file.put(row_sign() * srcY[i], "\n");
     }
     return file.finished() ? 1 : 0;
 }

@@ -26,7 +26,7 @@ std::size_t position(int x_power, int y_power) {
 }
 
 /// 1, u, v, u2, uv, v2, ... up to a degree.
-void powers(double u, double v, int degree, Terms& t) {
+inline void powers(double u, double v, int degree, Terms& t) {
     t[0] = 1.0;
     std::size_t lower = 0, next = 1;
     for (std::size_t d = 1; d <= static_cast<std::size_t>(degree); ++d) {
@@ -173,19 +173,35 @@ void take_residuals(const Points& points, PolynomialFit& fit) {
     fit.rms = length / std::sqrt(static_cast<double>(points.size()));
 }
 
+/// The compiler knows the degree, which keeps the terms in registers.
+template <int kDegree>
+WorldPoint sums(const Terms& X, const Terms& Y, double u, double v) {
+    Terms t;
+    powers(u, v, kDegree, t);
+    WorldPoint sum;
+    // The constants are the largest numbers on maps and come last.
+    for (int k = terms_of_degree(kDegree) - 1; k >= 0; --k) {
+        const auto term = static_cast<std::size_t>(k);
+        sum.X += X[term] * t[term];
+        sum.Y += Y[term] * t[term];
+    }
+    return sum;
+}
+
 }  // namespace
 
 WorldPoint PolynomialFit::evaluate(double x, double y) const {
-    const int degree = degree_of(type);
-    Terms t;
-    powers((x - centre_x) * scale_x, (y - centre_y) * scale_y, degree, t);
-    WorldPoint sum;
-    // The constants are the largest numbers on maps and come last.
-    for (auto k = static_cast<std::size_t>(terms_of_degree(degree)); k-- > 0;) {
-        sum.X += X[k] * t[k];
-        sum.Y += Y[k] * t[k];
+    const double u = (x - centre_x) * scale_x, v = (y - centre_y) * scale_y;
+    switch (degree_of(type)) {
+        case 1:
+            return sums<1>(X, Y, u, v);
+        case 2:
+            return sums<2>(X, Y, u, v);
+        case 3:
+            return sums<3>(X, Y, u, v);
+        default:
+            return sums<4>(X, Y, u, v);
     }
-    return sum;
 }
 
 PolynomialFit::Coefficients PolynomialFit::in_source_units(const Coefficients& centred) const {

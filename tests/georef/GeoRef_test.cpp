@@ -154,10 +154,10 @@ TEST(GeoRef, FilesHoldTheAffineMapOfTheCornersAndThePoints) {
         }
     }
     one.write_world(world.c_str());
-    EXPECT_EQ(folder.read("a.tfw"),
+    EXPECT_EQ(folder.text("a.tfw"),
               "1.000000\n\n0.000000\n\n0.000000\n\n-1.000000\n\n90.000000\n\n180.000000\n\n");
     one.write_GCP(world.c_str());
-    EXPECT_EQ(folder.read("a.tfw"), "100.000000\t-200.000000\t10.000000\t-20.000000\n");
+    EXPECT_EQ(folder.text("a.tfw"), "100.000000\t-200.000000\t10.000000\t-20.000000\n");
     const auto refused = [&] { EXPECT_EQ(one.write_world(nowhere.c_str()) + one.write_GCP(nullptr), 0); };
     EXPECT_EQ(plx::test::capture_stdout(refused),
               "The file " + nowhere + " could not be opened.\nThe file was not opened\n");

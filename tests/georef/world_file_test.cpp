@@ -120,7 +120,7 @@ TEST(GeoRefC, WritesBesideTheImageAndKeepsOlderFiles) {
         const bool works = c.file != c.image;
         EXPECT_EQ(c.write(object, name.data()), works ? 1 : 0);
         EXPECT_EQ(name.data(), folder.file(c.file));
-        EXPECT_EQ(folder.read(c.file), !works ? "newer" : c.write == GeoRef_write_gcp ? points : world);
+        EXPECT_EQ(folder.text(c.file), !works ? "newer" : c.write == GeoRef_write_gcp ? points : world);
         EXPECT_EQ(folder.read(c.file + ".backup"), works ? "newer" : "older");
         EXPECT_EQ(folder.read(c.file + ".backup1"), works ? "older" : "");
     }

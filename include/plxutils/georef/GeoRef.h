@@ -57,6 +57,12 @@ public:
     /// coordinates that were asked for type 3 or more, the caller passes -Y and gets y.
     void reverse_project_point(double X, double Y, double& x, double& y);
 
+    /// What project_point multiplies: the coefficients of X and those of Y by 1, x, y, x2, xy, y2, x3, ...,
+    /// zeros beyond the degree.
+    std::array<std::array<double, 15>, 2> coefficients() const;
+    /// Those of reverse_project_point: of x and y by 1, X, Y, X2, ...
+    std::array<std::array<double, 15>, 2> reverse_coefficients();
+
     /// Distance between the world point i and the projection of its source; 0 when there is no such point.
     double rms_error(int i);
     /// Root of the mean squared distance; not a number without points.
@@ -67,7 +73,7 @@ public:
 
     /// Writes the world file of the fit: A, D, B, E, C and F of X = A x + B y + C, Y = D x + E y + F, each
     /// followed by an empty line. Polynomials are replaced by the affine map of three corners of the sources'
-    /// bounding box. Numbers are printed in the host's locale, which must be "C".
+    /// bounding box. Numbers have six decimals.
     /// @return 1; 0 and a message on standard output when the file cannot be opened; 0 when it is incomplete.
     int write_world(const char* name);
     /// Writes one line for each point: X, -Y, x and y, separated by tabs; y is negated for types 1 and 2.
@@ -77,13 +83,13 @@ public:
 private:
     static constexpr int kMaxTerms = 15;
 
-    /// One axis: the coefficients out of its solved system, which is read but once for each fit.
-    struct Polynomial {
-        std::array<double, kMaxTerms> coefficients{};
+    /// Both axes: the coefficients out of their solved systems, which are read but once for each fit. Those
+    /// of X and Y stand side by side, so that one instruction multiplies both.
+    struct Polynomials {
+        alignas(16) std::array<std::array<double, 2>, kMaxTerms> coefficients{};
         int count = 3;
 
-        void take(const VXMatrix& fit);
-        double value(double a, double b) const;
+        void take(const VXMatrix& x, const VXMatrix& y);
     };
     struct TwoPoints;
 
@@ -106,6 +112,6 @@ private:
     int nGCP;
     int type;
     std::vector<double> srcX, srcY, dstX, dstY;
-    Polynomial x_polynomial_, y_polynomial_;
+    Polynomials polynomials_;
     std::unique_ptr<GeoRef> reverse_;  // made by the first reverse projection after a change
 };
