@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "plxconvert/paths.h"
 #include "plxutils/core/VXNativePath.h"
 
 namespace plx::tool {
@@ -22,7 +23,7 @@ double bytes_on_disk(const ConversionReport& report) {
     double bytes = 0.0;
     for (const std::string& file : report.files) {
         std::error_code fault;
-        const auto size = std::filesystem::file_size(VXNativePath(file.c_str()).c_str(), fault);
+        const auto size = std::filesystem::file_size(path_of(VXNativePath(file.c_str()).c_str()), fault);
         if (!fault) bytes += static_cast<double>(size);
     }
     return bytes;

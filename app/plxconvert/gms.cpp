@@ -117,7 +117,7 @@ void configure(GMStoPLX* converter, const GmsReport& report, const Options& opti
 void run_converter(GmsReport& report, const Options& options) {
     const bool to_terminal = !options.quiet && !options.json && output_stream_is_terminal();
     ProgressBar bar(!options.quiet && !to_terminal && error_stream_is_terminal());
-    bar.say("reading " + std::filesystem::path(report.project).filename().string());
+    bar.say("reading " + path_of(report.project).filename().string());
     const ErrorCollector collector;
     const StatusDisplay display(to_terminal, bar);
     // The end of a converter prints a line for each of its datasets.

@@ -74,12 +74,12 @@ void add_info_command(CLI::App& app, Action& action) {
     command->callback([options, &action] {
         action = [options] {
             const std::filesystem::path file = input_file(options->file);
-            const std::string gms = has_model_extension(file) ? "" : gms_kind(file);
+            const std::string gms = has_model_extension(file.string()) ? "" : gms_kind(file);
             // Concentrations that GMS keeps as a dataset file are results, with the same words as any.
             const bool concentrations = gms == "datasets" && lower(file.extension().string()) == ".con";
             if (concentrations) return describe_result(file, options->json);
             if (!gms.empty()) return describe_gms(file, gms, options->json);
-            return is_binary(file) && !has_model_extension(file) ? describe_result(file, options->json)
+            return is_binary(file) && !has_model_extension(file.string()) ? describe_result(file, options->json)
                                                                  : describe_model(file, options->json);
         };
     });

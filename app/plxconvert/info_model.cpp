@@ -33,7 +33,7 @@ void add_problems(const ModelSummary& summary, ModelReading& reading) {
 
 ModelReading read_model(const std::filesystem::path& project) {
     const ModelKind kind = find_kind(project, "auto");
-    const auto factory = make_factory(kind);
+    const auto factory = make_converter(kind);
     factory->reading_rules = ReadingRules::modflow();
     factory->keep_log = false;
     for (const Output& output : output_table()) {

@@ -102,7 +102,7 @@ void check(Options& options, const CLI::App& command) {
         !std::isfinite(chemistry.nondetect)) {
         wrong_usage("--dl-factor and --nondetect: finite numbers, the factor not below 0");
     }
-    const std::filesystem::path output = options.output;
+    const std::filesystem::path output = path_of(options.output);
     const std::string extension = lower(output.extension().string());
     if (extension != ".pff" && extension != ".pfz") wrong_usage("-o: the file must end in .pff or .pfz");
     if (options.compress && extension == ".pff") {

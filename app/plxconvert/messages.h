@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "plxutils/converters/ConversionReport.h"
+#include "plxutils/converters/ErrorTexts.h"
 
 namespace plx::tool {
 
@@ -26,16 +26,18 @@ public:
     ErrorCollector(const ErrorCollector&) = delete;
     ErrorCollector& operator=(const ErrorCollector&) = delete;
 
-    /// The report's errors, then those of the hook that say something new; no text twice.
-    std::vector<std::string> merged_with(const ConversionReport& report) const;
-    /// The hook's texts alone, no text twice in a row; of very many only the first, and how many followed.
-    std::vector<std::string> texts() const;
+    /// What was heard so far.
+    const ErrorTexts& heard() const { return heard_; }
+    /// See ErrorTexts.
+    std::vector<std::string> merged_with(const ConversionReport& report) const {
+        return heard_.merged_with(report);
+    }
+    std::vector<std::string> texts() const { return heard_.texts(); }
 
 private:
     static void keep(const char* message);
 
-    std::vector<std::string> texts_;
-    long long dropped_ = 0;
+    ErrorTexts heard_;
 };
 
 }  // namespace plx::tool

@@ -1,197 +1,22 @@
 #include "plxconvert/model_kind.h"
 
-#include <algorithm>
-#include <array>
-#include <cstddef>
-#include <cstdio>
-#include <set>
-#include <system_error>
-#include <vector>
+#include <optional>
 
 #include "plxconvert/messages.h"
-#include "plxconvert/words.h"
-#include "plxutils/converters/GMS_Converter.h"
-#include "plxutils/converters/GMS_HDF5_Converter.h"
-#include "plxutils/converters/MODFLOW2000_Converter.h"
-#include "plxutils/converters/Visual_MODFLOW_Converter.h"
-#include "plxutils/core/VXFileReader.h"
-#include "plxutils/gms/GmsSummary.h"
 
 namespace plx::tool {
 
-namespace {
-
-namespace fs = std::filesystem;
-
-struct Kind {
-    ModelKind kind;
-    const char* word;
-    const char* title;
-    const char* file;       ///< what gives such a model
-    const char* extension;  ///< of that file
-};
-
-constexpr Kind kKinds[] = {
-    {ModelKind::kModflow, "modflow", "MODFLOW-88/96", "MODFLOW name file", ".nam"},
-    {ModelKind::kModflow2000, "modflow2000", "MODFLOW-2000/2005", "MODFLOW name file", ".nam"},
-    {ModelKind::kGms, "gms", "GMS", "GMS super file", ".mfs"},
-    {ModelKind::kGmsHdf5, "gms_hdf5", "GMS (HDF5)", "GMS project", ".gpr"},
-    {ModelKind::kVisual, "visual", "Visual MODFLOW", "Visual MODFLOW project", ".vmf"},
-};
-
-const Kind& row_of(ModelKind kind) {
-    return *std::find_if(std::begin(kKinds), std::end(kKinds),
-                         [kind](const Kind& row) { return row.kind == kind; });
+bool is_binary(const std::filesystem::path& file) {
+    const std::optional<bool> binary = is_binary_file(file.string());
+    if (!binary) throw InputFault("'" + file.string() + "' cannot be opened for reading");
+    return *binary;
 }
 
-bool is_word(const std::string& text) {
-    return !text.empty() && text.size() < 20 && std::all_of(text.begin(), text.end(), [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '(' || c == ')' || c == '_';
-    });
-}
-
-std::string extension_of(const fs::path& file) { return lower(file.extension().string()); }
-
-std::string quoted(const fs::path& file) { return "'" + file.string() + "'"; }
-
-/// The file types of a name file in lower case, in order.
-std::vector<std::string> file_types(const std::string& name_file) {
-    VXFileReader reader;
-    if (!reader.Open(name_file.c_str())) throw InputFault("'" + name_file + "' cannot be opened");
-    std::vector<std::string> types;
-    for (int words = 0; (words = reader.ReadLine("\r\n\t ,", true, true, false)) >= 0;) {
-        if (words >= 3) types.push_back(lower(reader.GetWord(0).c_str()));
-    }
-    return types;
-}
-
-std::string seen_types(const std::vector<std::string>& types) {
-    std::string seen;
-    std::set<std::string> listed;
-    for (const std::string& type : types) {
-        if (!is_word(type) || listed.size() == 8 || !listed.insert(type).second) continue;
-        seen += (seen.empty() ? "" : ", ") + type;
-    }
-    return seen.empty() ? "no file types at all" : seen;
-}
-
-ModelKind kind_by_types(const fs::path& project) {
-    const std::vector<std::string> types = file_types(project.string());
-    const auto has = [&types](const char* type) {
-        return std::find(types.begin(), types.end(), type) != types.end();
-    };
-    if (has("dis") || has("bas6")) return ModelKind::kModflow2000;
-    if (has("bas") || has("bcf")) return ModelKind::kModflow;
-    throw InputFault(
-        quoted(project) +
-        " names neither a discretization file (DIS, BAS6) nor a basic package (BAS, BCF): found " +
-        seen_types(types));
-}
-
-/// The super file beside a GMS name file; empty when there is none.
-std::string super_file_of(const fs::path& name_file) {
-    for (const char* extension : {".mfs", ".MFS", ".Mfs"}) {
-        fs::path super = name_file;
-        super.replace_extension(extension);
-        std::error_code fault;
-        if (fs::is_regular_file(super, fault)) return super.filename().string();
-    }
-    return "";
-}
-
-/// The plain converters read a name file of GMS as they always did, when they are asked for.
-ModelKind kind_of_gms_name_file(const fs::path& project, const std::string& wanted) {
-    const std::string super = super_file_of(project);
-    if (wanted == row_of(ModelKind::kModflow).word) return ModelKind::kModflow;
-    if (!super.empty()) {
-        throw InputFault(quoted(project) + " is the name file of a GMS model: give its super file " + super);
-    }
-    const ModelKind kind = kind_by_types(project);
-    if (kind == ModelKind::kModflow && wanted == "auto") return kind;
-    throw InputFault(quoted(project) +
-                     " is the name file of a GMS model, and its super file (.mfs) is not beside it; copy it "
-                     "to a .nam file to read it as a plain model");
-}
-
-void check_gms_project(const fs::path& project) {
-    if (gms_file_kind(project.string().c_str()) == "hdf5") return;
-    if (is_binary(project)) {
-        throw InputFault(quoted(project) + " is no GMS project: it is neither text nor an HDF5 file");
-    }
-    throw InputFault(quoted(project) +
-                     " is a GMS project written as text: 'plxconvert gms' converts it; its MODFLOW model is "
-                     "given by the super file (.mfs)");
-}
-
-/// The first kind whose files have the extension.
-const Kind& row_by_extension(const fs::path& project) {
-    const std::string extension = extension_of(project);
-    const auto* const found = std::find_if(std::begin(kKinds), std::end(kKinds), [&](const Kind& row) {
-        return extension == row.extension || (extension == ".mfn" && row.kind == ModelKind::kModflow);
-    });
-    if (found != std::end(kKinds)) return *found;
-    throw InputFault(quoted(project) + (is_binary(project) ? " is a binary file, and" : " is") +
-                     " not a MODFLOW name file (.nam), GMS super file (.mfs), GMS project (.gpr) or Visual "
-                     "MODFLOW project (.vmf)");
-}
-
-}  // namespace
-
-const char* kind_word(ModelKind kind) { return row_of(kind).word; }
-
-std::vector<std::string> kind_words() {
-    std::vector<std::string> words = {"auto"};
-    for (const Kind& row : kKinds) words.emplace_back(row.word);
-    return words;
-}
-
-const char* kind_title(ModelKind kind) { return row_of(kind).title; }
-
-bool is_binary(const fs::path& file) {
-    std::FILE* stream = std::fopen(file.string().c_str(), "rb");
-    if (stream == nullptr) throw InputFault("'" + file.string() + "' cannot be opened for reading");
-    std::array<char, 4096> bytes{};
-    const auto count = static_cast<std::ptrdiff_t>(std::fread(bytes.data(), 1, bytes.size(), stream));
-    std::fclose(stream);
-    return std::find(bytes.begin(), bytes.begin() + count, '\0') != bytes.begin() + count;
-}
-
-bool has_model_extension(const fs::path& file) {
-    const std::string extension = extension_of(file);
-    return extension == ".nam" || extension == ".mfn" || extension == ".mfs" || extension == ".vmf";
-}
-
-ModelKind find_kind(const fs::path& project, const std::string& wanted) {
-    const Kind& row = row_by_extension(project);
-    const auto* const asked = std::find_if(std::begin(kKinds), std::end(kKinds),
-                                           [&wanted](const Kind& other) { return wanted == other.word; });
-    if (asked != std::end(kKinds) && asked->extension != std::string(row.extension)) {
-        throw InputFault(quoted(project) + " is no " + asked->file + ": those of --kind " + wanted +
-                         " end in " + asked->extension);
-    }
-    if (row.kind == ModelKind::kGmsHdf5) {
-        check_gms_project(project);
-        return row.kind;
-    }
-    if (is_binary(project)) throw InputFault(quoted(project) + " is a binary file, not a " + row.file);
-    if (extension_of(project) == ".mfn") return kind_of_gms_name_file(project, wanted);
-    if (row.kind != ModelKind::kModflow) return row.kind;
-    return asked != std::end(kKinds) ? asked->kind : kind_by_types(project);
-}
-
-std::unique_ptr<ConverterFactory> make_factory(ModelKind kind) {
-    switch (kind) {
-        case ModelKind::kModflow2000:
-            return std::make_unique<MODFLOW2000_Converter>();
-        case ModelKind::kGms:
-            return std::make_unique<GMS_Converter>();
-        case ModelKind::kGmsHdf5:
-            return std::make_unique<GMS_HDF5_Converter>();
-        case ModelKind::kVisual:
-            return std::make_unique<Visual_MODFLOW_Converter>();
-        default:
-            return std::make_unique<ConverterFactory>();
-    }
+ModelKind find_kind(const std::filesystem::path& project, const std::string& wanted) {
+    const ModelKindFinding finding =
+        find_model_kind(project.string(), wanted, {"--kind", "'plxconvert gms'"});
+    if (!finding.kind) throw InputFault(finding.problem);
+    return *finding.kind;
 }
 
 }  // namespace plx::tool

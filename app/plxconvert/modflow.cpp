@@ -2,7 +2,6 @@
 #include <array>
 #include <chrono>
 #include <cmath>
-#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -20,6 +19,7 @@
 #include "plxconvert/progress_bar.h"
 #include "plxconvert/words.h"
 #include "plxutils/converters/Converter.h"
+#include "plxutils/converters/finish_report.h"
 #include "plxutils/core/VXFile.h"
 
 namespace plx::tool {
@@ -91,42 +91,12 @@ void run_converter(ConverterFactory& factory, const std::filesystem::path& proje
                                  box[3]);
 }
 
-/// Warns of porosities that do not fit the layers, whose number is known after the conversion only.
-void check_porosity_count(ConverterFactory& factory, std::size_t given) {
-    const auto layers = static_cast<std::size_t>(std::max(factory.nlay, 0));
-    // The library fits the values to the layers when it writes them, and not when the model has its own.
-    const bool written = factory.default_porosity.GetSize() == factory.nlay;
-    if (given <= 1 || layers == 0 || given == layers || !written) return;
-    factory.report.warnings.push_back("--porosity has " + counted(static_cast<long long>(given), "value") +
-                                      " for " + counted(static_cast<long long>(layers), "layer") + ": " +
-                                      (given < layers ? "the last one serves the remaining layers"
-                                                      : "those beyond the layers are left out"));
-}
-
-/// Adds what a person asked for by name and did not get, and a conversion without field files.
-void add_missing(const ConverterFactory& factory, const OutputChoice& choice,
-                 std::vector<std::string>& errors) {
-    for (std::size_t i = 0; i < choice.named.size(); ++i) {
-        const Output& output = output_table()[i];
-        // The library clears the choices that it cannot serve, but leaves MT3D on.
-        const bool served = factory.*output.flag && (output.flag != &ConverterFactory::out_mt3d ||
-                                                     factory.report.transport_times > 0);
-        if (choice.named[i] && !served) {
-            errors.push_back(std::string("output '") + output.name +
-                             "' was asked for, but the model has none");
-        }
-    }
-    if (errors.empty() && factory.report.steps == 0 && factory.report.transport_times == 0) {
-        errors.emplace_back("no field file was written, only the mesh: the model has no saved time steps");
-    }
-}
-
 int convert(Options& options) {
     const std::filesystem::path project = input_file(options.project);
     const ModelKind kind = find_kind(project, options.kind);
     const auto place = options.dest.empty() ? project.parent_path() : result_folder(options.dest);
     const std::string log = (place / "plxconvert.log").string();
-    const auto factory = make_factory(kind);
+    const auto factory = make_converter(kind);
     if (!options.dest.empty()) {
         factory->output_folder = place.string().c_str();
         // A destination of its own means that nothing appears beside the project.
@@ -144,11 +114,10 @@ int convert(Options& options) {
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     bar.erase();
 
-    check_porosity_count(*factory, options.porosities.size());
+    finish_report(*factory, collector.heard(),
+                  {options.porosities.size(), "--porosity", options.choice.named});
     const ConversionReport& report = factory->report;
-    std::vector<std::string> errors = collector.merged_with(report);
-    add_missing(*factory, options.choice, errors);
-    for (const std::string& error : errors) print_error(error);
+    for (const std::string& error : report.errors) print_error(error);
     if (!options.quiet) {
         for (const std::string& warning : report.warnings) print_warning(warning);
         const RunFacts facts{
@@ -156,7 +125,7 @@ int convert(Options& options) {
             options.compress, seconds.count()};
         if (!report.files.empty()) print_closing_table(facts, report);
     }
-    return errors.empty() ? kDone : kInputFault;
+    return report.errors.empty() ? kDone : kInputFault;
 }
 
 void add_options(CLI::App& command, Options& options) {

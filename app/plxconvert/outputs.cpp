@@ -32,22 +32,27 @@ std::size_t index_of_name(const std::string& name) {
 }  // namespace
 
 const OutputTable& output_table() {
-    static const OutputTable table{{
-        {"elevation", "elevation of the nodes", &ConverterFactory::out_elevation},
-        {"geo_layer", "layer number of the nodes, from 0", &ConverterFactory::out_geo_layer},
-        {"head_nodes", "heads, averaged to the nodes", &ConverterFactory::out_head_nodes},
-        {"ccf", "flow through the right, front and lower cell faces, as a vector",
-         &ConverterFactory::out_ccf},
-        {"elev_top", "top elevation of the cells", &ConverterFactory::out_elev_top},
-        {"elev_bottom", "bottom elevation of the cells", &ConverterFactory::out_elev_bottom},
-        {"material", "material number of the cells", &ConverterFactory::out_material},
-        {"porosity", "porosity of the cells (the transport package's, else --porosity, else 0)",
-         &ConverterFactory::out_porosity},
-        {"head_cells", "heads of the cells", &ConverterFactory::out_head_cells},
-        {"boundary_flows", "flows of wells, drains, rivers and other boundaries (needs ccf)",
-         &ConverterFactory::out_boundary_flows},
-        {"mt3d", "concentrations of MT3D, as field files of their own times", &ConverterFactory::out_mt3d},
-    }};
+    static const OutputTable table = [] {
+        constexpr std::array<const char*, Converter::kOutputs> kHelp = {
+            "elevation of the nodes",
+            "layer number of the nodes, from 0",
+            "heads, averaged to the nodes",
+            "flow through the right, front and lower cell faces, as a vector",
+            "top elevation of the cells",
+            "bottom elevation of the cells",
+            "material number of the cells",
+            "porosity of the cells (the transport package's, else --porosity, else 0)",
+            "heads of the cells",
+            "flows of wells, drains, rivers and other boundaries (needs ccf)",
+            "concentrations of MT3D, as field files of their own times",
+        };
+        OutputTable outputs{};
+        for (std::size_t i = 0; i < outputs.size(); ++i) {
+            const ConversionOutput& known = conversion_outputs()[i];
+            outputs[i] = {known.name, kHelp[i], known.flag};
+        }
+        return outputs;
+    }();
     return table;
 }
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "plxutils/converters/Converter.h"
+#include "plxutils/converters/finish_report.h"
 
 namespace plx::tool {
 

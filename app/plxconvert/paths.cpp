@@ -16,7 +16,7 @@ std::string quoted(const std::string& text) { return "'" + text + "'"; }
 
 fs::path absolute_path(const std::string& given) {
     if (given.empty()) throw InputFault("an empty path names no file");
-    fs::path path = fs::absolute(given).lexically_normal();
+    fs::path path = fs::absolute(path_of(given)).lexically_normal();
     if (!path.has_filename()) path = path.parent_path();
     return path;
 }
@@ -29,19 +29,14 @@ void check_storable(const fs::path& path) {
 
 /// The library stores names in lower case, so that it may find a neighbour instead.
 void check_found_again(const fs::path& path) {
-    const VXFile stored(path.string().c_str());
-    const std::string found = VXNativePath(stored.GetFilePath().c_str()).c_str();
-    std::error_code fault;
-    if (!found.empty() && fs::equivalent(path, found, fault)) return;
-    if (!found.empty() && fs::exists(found, fault)) {
-        throw InputFault("path " + quoted(path.string()) + " cannot be used: it differs from " +
-                         quoted(found) + " only in the case of its letters");
-    }
-    throw InputFault("path " + quoted(path.string()) +
-                     " cannot be used: the file is not found by its lower-case name");
+    String why;
+    if (VXFindsPathAgain(path.string().c_str(), why)) return;
+    throw InputFault("path " + quoted(path.string()) + " cannot be used: " + why.c_str());
 }
 
 }  // namespace
+
+fs::path path_of(std::string_view text) { return std::u8string(text.begin(), text.end()); }
 
 fs::path input_file(const std::string& given, const std::string& wanted) {
     const fs::path path = absolute_path(given);
@@ -77,7 +72,7 @@ fs::path output_file(const std::string& given) {
     check_storable(path);
     check_found_again(path.parent_path());
     const VXFile stored(path.string().c_str());
-    fs::path made = VXNativePath(stored.GetFilePath().c_str()).c_str();
+    const fs::path made = path_of(VXNativePath(stored.GetFilePath().c_str()).c_str());
     if (made.empty()) throw InputFault("path " + quoted(given) + " cannot be used");
     if (fs::exists(made, fault) && !fs::is_regular_file(made, fault)) {
         throw InputFault(quoted(made.string()) + " is there and not a regular file");

@@ -2,8 +2,12 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace plx::tool {
+
+/// A path from text as arguments and the library have it: bytes, and UTF-8 on Windows.
+std::filesystem::path path_of(std::string_view text);
 
 /// Absolute native path of an existing input file.
 ///

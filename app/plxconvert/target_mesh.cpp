@@ -76,7 +76,7 @@ std::unique_ptr<TargetMesh> make_grid_mesh(const std::array<int, 3>& cells, cons
 }
 
 std::unique_ptr<TargetMesh> read_model_mesh(const std::filesystem::path& project) {
-    const auto factory = make_factory(find_kind(project, "auto"));
+    const auto factory = make_converter(find_kind(project, "auto"));
     factory->reading_rules = ReadingRules::modflow();
     factory->keep_log = false;
     factory->project_file.SetFile(project.string().c_str());

@@ -19,7 +19,9 @@
 
 /// Lets the compiler check the arguments of a printf-style function: 1-based positions of the format and of
 /// the first argument (a member function counts its object as 1).
-#if defined(__GNUC__) || defined(__clang__)
+#if defined(__MINGW32__) && defined(__GNUC__) && !defined(__clang__)
+#define PLX_PRINTF(fmt, args) __attribute__((format(gnu_printf, fmt, args)))
+#elif defined(__GNUC__) || defined(__clang__)
 #define PLX_PRINTF(fmt, args) __attribute__((format(printf, fmt, args)))
 #else
 #define PLX_PRINTF(fmt, args)

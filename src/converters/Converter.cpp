@@ -1,22 +1,11 @@
 #include "plxutils/converters/Converter.h"
 
-#include <array>
 #include <cstdio>
+#include <exception>
+#include <string>
 
 #include "converters/model_state.h"
-
-namespace {
-
-constexpr std::array<bool ConverterFactory::*, Converter::kOutputs> kChoices = {
-    &ConverterFactory::out_elevation,  &ConverterFactory::out_geo_layer,
-    &ConverterFactory::out_head_nodes, &ConverterFactory::out_ccf,
-    &ConverterFactory::out_elev_top,   &ConverterFactory::out_elev_bottom,
-    &ConverterFactory::out_material,   &ConverterFactory::out_porosity,
-    &ConverterFactory::out_head_cells, &ConverterFactory::out_boundary_flows,
-    &ConverterFactory::out_mt3d,
-};
-
-}  // namespace
+#include "plxutils/converters/finish_report.h"
 
 void Converter::create_converter(ConverterFactory& factory, VXFile& project, int porosity_count,
                                  double* porosity, bool compress, int* outputs, bool crop, double x_min,
@@ -34,8 +23,9 @@ void Converter::create_converter(ConverterFactory& factory, VXFile& project, int
         factory.y_max = y_max;
         factory.compress = compress;
         factory.crop_to_extents = crop;
-        for (std::size_t i = 0; outputs != nullptr && i < kChoices.size(); ++i) {
-            factory.*kChoices[i] = outputs[i] != 0;
+        const plx::ConversionOutputs& choices = plx::conversion_outputs();
+        for (std::size_t i = 0; outputs != nullptr && i < choices.size(); ++i) {
+            factory.*choices[i].flag = outputs[i] != 0;
         }
         if (porosity != nullptr && porosity_count >= 1) {
             factory.default_porosity.SetSize(porosity_count, 0.0);

@@ -53,6 +53,8 @@ String rebuilt(const String& path) {
     // A single component is doubled on purpose: relative names without a folder have always come out so.
     result += '\\';
     result += component(count - 1);
+    // Without them a name on another machine would be one below the current folder.
+    if (plx::platform::names_are_native() && path.Left(2) == "\\\\") result = "\\\\" + result;
     return result;
 }
 

@@ -4,28 +4,24 @@
 
 #include <climits>
 #include <cstring>
-#include <filesystem>
 #include <new>
 #include <string>
 
 #include "platform/descriptor.h"
 #include "platform/host_path.h"
+#include "platform/platform.h"
 
 namespace {
 
 constexpr unsigned kReadAhead = 64 * 1024;
 
-// gzopen would take a directory for an empty file, and reading a device or a pipe may never end.
-bool is_file(const std::string& native) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(native, error);
-}
 
 // A longer line is damage: memory for it would have no bound.
 constexpr int kMaxLine = 64 * 1024 * 1024;
 
 gzFile open_native(const std::string& native) {
-    if (native.empty() || !is_file(native)) return nullptr;
+    // gzopen would take a directory for an empty file, and reading a device or a pipe may never end.
+    if (native.empty() || !plx::platform::is_regular_file(native)) return nullptr;
     gzFile gz = gzopen(native.c_str(), "rb");
     if (gz) gzbuffer(gz, kReadAhead);
     return gz;

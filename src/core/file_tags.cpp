@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "core/ascii_text.h"
+#include "core/c_boundary.h"
 #include "plxutils/core/VXFileReader.h"
 #include "plxutils/core/VXUtilities.h"
 
@@ -73,4 +74,6 @@ FileTags& file_tags() {
 
 }  // namespace plx
 
-void SetFileTag(const char* tag, const char* value) { plx::file_tags().set(tag, value); }
+void SetFileTag(const char* tag, const char* value) {
+    plx::guarded([=] { plx::file_tags().set(tag, value); });
+}

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "core/ascii_text.h"
+#include "core/c_boundary.h"
 #include "core/file_tags.h"
 #include "core/installation.h"
 #include "plxutils/core/VXUtilities.h"
@@ -65,8 +66,10 @@ std::string fix_file_name(std::string name) {
 
 void FixFilenameString(char* buf) {
     if (!buf) return;
-    const std::string name = plx::fix_file_name(buf);
-    std::memcpy(buf, name.c_str(), name.size() + 1);
+    plx::guarded([buf] {
+        const std::string name = plx::fix_file_name(buf);
+        std::memcpy(buf, name.c_str(), name.size() + 1);
+    });
 }
 
 String MakeFilename(const char* name) {
@@ -76,13 +79,16 @@ String MakeFilename(const char* name) {
 
 int SetExtension(const char* name, char* ext) {
     if (!ext) return 0;
-    // `ext` may be the buffer of the name.
-    const std::string full =
-        name ? plx::fix_file_name(std::string(name, strnlen(name, plx::kMaxFileName + 1))) : std::string();
-    *ext = '\0';
-    const std::size_t end = full.find_last_of(".\\");
-    if (end == std::string::npos || full[end] != '.') return 0;
-    std::strcpy(ext, full.c_str() + end + 1);
-    u2l(ext);
-    return *ext != '\0';
+    return plx::guarded(0, [=] {
+        // `ext` may be the buffer of the name.
+        const std::string full =
+            name ? plx::fix_file_name(std::string(name, strnlen(name, plx::kMaxFileName + 1)))
+                 : std::string();
+        *ext = '\0';
+        const std::size_t end = full.find_last_of(".\\");
+        if (end == std::string::npos || full[end] != '.') return 0;
+        std::strcpy(ext, full.c_str() + end + 1);
+        u2l(ext);
+        return *ext != '\0' ? 1 : 0;
+    });
 }

@@ -8,6 +8,9 @@
 namespace plx {
 namespace {
 
+// A token has one digit, so further paths cannot be named.
+constexpr std::size_t kMaxPaths = 10;
+
 /// The program's path as it was typed.
 std::string_view program_of(std::string_view command_line) {
     if (!command_line.empty() && command_line.front() == '"') {
@@ -68,8 +71,8 @@ const std::string& installation_root() {
 std::vector<std::string> host_paths(const platform::HostRuntime& host, std::string_view xp_path) {
     std::vector<std::string> paths;
     if (host.OMget_num_paths && host.OMget_path_index) {
-        for (int i = host.OMget_num_paths() - 1; i >= 0; --i) {
-            const char* path = host.OMget_path_index(i);
+        for (int left = host.OMget_num_paths(); left > 0 && paths.size() < kMaxPaths; --left) {
+            const char* path = host.OMget_path_index(left - 1);
             paths.emplace_back(path ? path : "");
         }
     } else {

@@ -4,7 +4,6 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <new>
 #include <string>
@@ -53,9 +52,7 @@ String ReadStringFromFile(const char* name) {
     // The expanded name as it is: a VXFile would double a name without a folder.
     const std::string native = plx::platform::native_path(MakeFilename(name).c_str());
     String text;
-    if (native.empty()) return text;
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(native, error)) return text;
+    if (native.empty() || !plx::platform::is_regular_file(native)) return text;
     const std::unique_ptr<gzFile_s, CloseGz> file(gzopen(native.c_str(), "rb"));
     if (!file) return text;
     char block[8192];

@@ -1,36 +1,57 @@
 #include "plxutils/c/GMStoPLX.h"
 
+#include <vector>
+
+#include "core/c_boundary.h"
 #include "plxutils/gms/GMStoPLX.h"
+
+/// The only one that makes and destroys converters.
+struct plx::GMStoPLXHandles {
+    static GMStoPLX* make() { return new GMStoPLX; }
+    static void release(GMStoPLX* object) { delete object; }
+};
 
 namespace {
 
-/// Does `work` on an object, if there is one, lets nothing out and gives the object back.
+using plx::guarded;
+
+/// An object whose project is being converted; hooks run meanwhile and may call in with it.
+struct Running {
+    GMStoPLX* object;
+    bool delete_afterwards;
+};
+
+std::vector<Running>& running() {
+    static thread_local std::vector<Running> objects;
+    return objects;
+}
+
+Running* find_running(const GMStoPLX* object) {
+    for (Running& entry : running())
+        if (entry.object == object) return &entry;
+    return nullptr;
+}
+
+/// Does `work` on an object, if there is one, and gives it back. What can be said of a failure was said
+/// through the error hook.
 template <class Work>
 GMStoPLX* on_object(GMStoPLX* object, Work work) {
-    try {
-        if (object) work(*object);
-    } catch (...) {
-        // The caller learns nothing from here; what can be said was said through the error hook.
-    }
+    if (object != nullptr) guarded([&] { work(*object); });
     return object;
 }
 
 }  // namespace
 
-GMStoPLX* GMStoPLX_new(void) {
-    try {
-        return new GMStoPLX;
-    } catch (...) {
-        return nullptr;
-    }
-}
+GMStoPLX* GMStoPLX_new(void) { return guarded<GMStoPLX*>(nullptr, &plx::GMStoPLXHandles::make); }
 
 void GMStoPLX_delete(GMStoPLX* object) {
-    try {
-        delete object;
-    } catch (...) {
-        // As above.
-    }
+    guarded([object] {
+        if (Running* const entry = find_running(object)) {
+            entry->delete_afterwards = true;
+        } else {
+            plx::GMStoPLXHandles::release(object);
+        }
+    });
 }
 
 GMStoPLX* GMStoPLX_Set_Project(GMStoPLX* object, const char* path) {
@@ -86,5 +107,14 @@ GMStoPLX* GMStoPLX_Choose_Time(GMStoPLX* object, int enable, double time) {
 }
 
 GMStoPLX* GMStoPLX_parse_project(GMStoPLX* object) {
-    return on_object(object, [](GMStoPLX& converter) { converter.parse_header(); });
+    if (object == nullptr || find_running(object) != nullptr) return object;
+    guarded([object] {
+        running().push_back({object, false});
+        guarded([object] { object->parse_header(); });
+        // Conversions that a hook started have ended: the last entry is this one.
+        const bool unwanted = running().back().delete_afterwards;
+        running().pop_back();
+        if (unwanted) GMStoPLX_delete(object);
+    });
+    return object;
 }

@@ -22,13 +22,10 @@ namespace {
 /// Keeps the host's status function from messages about a mere look.
 class StatusSilence {
 public:
-    StatusSilence() : status_(gms_hooks().status) { gms_hooks().status = nullptr; }
-    ~StatusSilence() { gms_hooks().status = status_; }
+    StatusSilence() { ++gms_hooks().silent_statuses; }
+    ~StatusSilence() { --gms_hooks().silent_statuses; }
     StatusSilence(const StatusSilence&) = delete;
     StatusSilence& operator=(const StatusSilence&) = delete;
-
-private:
-    GMS_MessageFunc status_;
 };
 
 std::string stored_path(const char* path) { return VXFile(path).GetFilePath().c_str(); }

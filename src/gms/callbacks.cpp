@@ -3,14 +3,18 @@
 #include <cstdarg>
 #include <cstdio>
 
+#include "core/c_boundary.h"
+
 namespace {
+
+using plx::call_host;
 
 constexpr int kMessageSize = 8192;
 
-void deliver(GMS_MessageFunc function, const char* fmt, va_list args) {
+void deliver(void (*receiver)(const char*), const char* fmt, va_list args) {
     char message[kMessageSize];
     if (std::vsnprintf(message, kMessageSize, fmt, args) < 0) message[0] = '\0';
-    if (function != nullptr) function(message);
+    receiver(message);
 }
 
 }  // namespace
@@ -27,14 +31,14 @@ GmsHooks& gms_hooks() {
 void GMS_ReportError(const char* fmt, ...) {
     va_list args;
     va_start(args, fmt);
-    deliver(plx::gms_hooks().error, fmt, args);
+    deliver(GMS_DoError, fmt, args);
     va_end(args);
 }
 
 void GMS_ReportStatus(const char* fmt, ...) {
     va_list args;
     va_start(args, fmt);
-    deliver(plx::gms_hooks().status, fmt, args);
+    deliver(GMS_DoStatus, fmt, args);
     va_end(args);
 }
 
@@ -46,25 +50,21 @@ void GMS_SetStatusFunc(GMS_MessageFunc function) { plx::gms_hooks().status = fun
 void GMS_SetStartProgressFunc(GMS_StartProgressFunc function) { plx::gms_hooks().start_progress = function; }
 void GMS_SetProgressFunc(GMS_ProgressFunc function) { plx::gms_hooks().progress = function; }
 
-double GMS_PromptValue(const char* question) {
-    const auto prompt = plx::gms_hooks().prompt;
-    return prompt == nullptr ? 0.0 : prompt(question);
-}
+double GMS_PromptValue(const char* question) { return call_host(plx::gms_hooks().prompt, question); }
 
 void GMS_DoError(const char* message) {
-    if (const auto error = plx::gms_hooks().error) error(message);
+    plx::guarded([message] {
+        if (plx::gms_hooks().error_listener) plx::gms_hooks().error_listener(message);
+    });
+    call_host(plx::gms_hooks().error, message);
 }
 
 void GMS_DoStatus(const char* message) {
-    if (const auto status = plx::gms_hooks().status) status(message);
+    if (plx::gms_hooks().silent_statuses == 0) call_host(plx::gms_hooks().status, message);
 }
 
-void GMS_StartProgress(int first, int last) {
-    if (const auto start = plx::gms_hooks().start_progress) start(first, last);
-}
+void GMS_StartProgress(int first, int last) { call_host(plx::gms_hooks().start_progress, first, last); }
 
-void GMS_SetProgress(int value) {
-    if (const auto progress = plx::gms_hooks().progress) progress(value);
-}
+void GMS_SetProgress(int value) { call_host(plx::gms_hooks().progress, value); }
 
 }  // extern "C"

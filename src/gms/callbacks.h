@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "plxutils/export.h"
 #include "plxutils/gms/GMSCallbacks.h"
 
@@ -11,14 +13,19 @@ void GMS_ReportStatus(const char* fmt, ...) PLX_PRINTF(1, 2);
 
 namespace plx {
 
-/// The host's hooks. Code that asks a question or moves the progress bar calls the slot itself, when it is
-/// set.
+/// The host's hooks. They are called through the functions of GMSCallbacks.h and those above only, which read
+/// the slot anew each time and let nothing out that a hook throws.
 struct GmsHooks {
     GMS_PromptFunc prompt = nullptr;
     GMS_MessageFunc error = nullptr;
     GMS_MessageFunc status = nullptr;
     GMS_StartProgressFunc start_progress = nullptr;
     GMS_ProgressFunc progress = nullptr;
+
+    /// Hears every error text before the host's function does; for code that collects them for a report.
+    std::function<void(const char*)> error_listener;
+    /// While above 0, status texts are dropped.
+    int silent_statuses = 0;
 };
 GmsHooks& gms_hooks();
 

@@ -1,18 +1,15 @@
-#define _DEFAULT_SOURCE
 #include <stdio.h>
-#include <stdlib.h>
 #include <string.h>
-#include <unistd.h>
 
-#include "plxutils/c/GMSCallbacks.h"
-#include "plxutils/c/GMStoPLX.h"
-#include "plxutils/c/GeoRef.h"
+#include "capi/checks.h"
+#include "plxutils/c/plxutils_c.h"
 
+static const char* folder = ".";
 static int failures = 0;
 static int statuses = 0, tin_lines = 0, errors = 0;
 static char last_error[8192];
 
-static void check(int good, const char* what) {
+void check(int good, const char* what) {
     if (good) return;
     printf("failed: %s\n", what);
     ++failures;
@@ -30,41 +27,53 @@ static void on_error(const char* text) {
 
 static double answer(const char* question) { return strcmp(question, "x") == 0 ? 2.5 : 0.0; }
 
-static void write_file(const char* folder, const char* name, const char* text) {
-    char path[512];
-    FILE* file;
-    snprintf(path, sizeof path, "%s/%s", folder, name);
-    file = fopen(path, "wb");
-    if (file == NULL || fputs(text, file) < 0 || fclose(file) != 0) check(0, path);
+void check_results(const Result* results, int count) {
+    int i;
+    for (i = 0; i < count; ++i) {
+        if (results[i].got == results[i].expected) continue;
+        printf("%g instead of %g: ", results[i].got, results[i].expected);
+        check(0, results[i].call);
+    }
 }
 
-/* Bytes of the file from the text's first place on; removes it. */
-static int holds(const char* folder, const char* name, const char* text) {
-    char path[512], bytes[4096];
+const char* in_folder(const char* name) {
+    static char path[1024];
+    snprintf(path, sizeof path, *name == '\0' ? "%s%s" : "%s/%s", folder, name);
+    return path;
+}
+
+void write_file(const char* name, const char* text) {
+    FILE* const file = fopen(in_folder(name), "wb");
+    if (file == NULL || fputs(text, file) < 0 || fclose(file) != 0) check(0, name);
+}
+
+int take(const char* name, const char* text) {
+    char bytes[4096];
     size_t length = 0;
-    FILE* file;
-    snprintf(path, sizeof path, "%s/%s", folder, name);
-    file = fopen(path, "rb");
-    if (file != NULL) {
-        length = fread(bytes, 1, sizeof bytes - 1, file);
-        fclose(file);
-        remove(path);
-    }
+    FILE* const file = fopen(in_folder(name), "rb");
+    if (file == NULL) return 0;
+    length = fread(bytes, 1, sizeof bytes - 1, file);
+    fclose(file);
+    remove(in_folder(name));
     bytes[length] = '\0';
     return strstr(bytes, text) != NULL;
 }
 
 static void test_null_handles(void) {
+    const Result results[] = {
+        {"Set_Project", GMStoPLX_Set_Project(NULL, "a") == NULL, 1},
+        {"Set_Destination", GMStoPLX_Set_Destination(NULL, "a") == NULL, 1},
+        {"Compress", GMStoPLX_Compress(NULL, 1) == NULL, 1},
+        {"Use_Subfolders", GMStoPLX_Use_Subfolders(NULL, 1) == NULL, 1},
+        {"Object_Types", GMStoPLX_Object_Types(NULL, 1, 1, 1, 1, 1, 1, 1, 1, 1) == NULL, 1},
+        {"Extents", GMStoPLX_Extents(NULL, 1, 0, 0, 1, 1) == NULL, 1},
+        {"Lenient_Datasets", GMStoPLX_Lenient_Datasets(NULL, 1) == NULL, 1},
+        {"Choose_Time", GMStoPLX_Choose_Time(NULL, 1, 2.0) == NULL, 1},
+        {"parse_project", GMStoPLX_parse_project(NULL) == NULL, 1},
+        {"PLX_version", strcmp(PLX_version(), PLX_VERSION), 0},
+    };
+    check_results(results, sizeof results / sizeof *results);
     GMStoPLX_delete(NULL);
-    check(GMStoPLX_Set_Project(NULL, "a") == NULL, "Set_Project of null");
-    check(GMStoPLX_Set_Destination(NULL, "a") == NULL, "Set_Destination of null");
-    check(GMStoPLX_Compress(NULL, 1) == NULL, "Compress of null");
-    check(GMStoPLX_Use_Subfolders(NULL, 1) == NULL, "Use_Subfolders of null");
-    check(GMStoPLX_Object_Types(NULL, 1, 1, 1, 1, 1, 1, 1, 1, 1) == NULL, "Object_Types of null");
-    check(GMStoPLX_Extents(NULL, 1, 0, 0, 1, 1) == NULL, "Extents of null");
-    check(GMStoPLX_Lenient_Datasets(NULL, 1) == NULL, "Lenient_Datasets of null");
-    check(GMStoPLX_Choose_Time(NULL, 1, 2.0) == NULL, "Choose_Time of null");
-    check(GMStoPLX_parse_project(NULL) == NULL, "parse_project of null");
 }
 
 static void test_null_georef(void) {
@@ -84,8 +93,8 @@ static void test_null_georef(void) {
 }
 
 /* Two control points of a similarity go out to files and come back. */
-static void test_georef(const char* folder) {
-    char name[512];
+static void test_georef(void) {
+    char name[1024];
     double sx, sy, dx, dy, **maps = NULL;
     GeoRef* object = GeoRef_new(2);
     check(GeoRef_set_gcp_values(object, 0, 0, 0, 100, 200) == 1, "the first point");
@@ -94,13 +103,13 @@ static void test_georef(const char* folder) {
     check(GeoRef_process_type(object, 2) == 1, "a fit");
     check(GeoRef_project_point(object, 10, -20, &dx, &dy) == 1 && dx == 140 && dy == 210, "a projection");
     check(GeoRef_rms_total_error(object) < 1e-9 && GeoRef_rms_error(object, 1) < 1e-9, "an exact fit");
-    snprintf(name, sizeof name, "%s/site.tif", folder);
+    snprintf(name, sizeof name, "%s", in_folder("site.tif"));
     check(GeoRef_write_gcp(object, name) == 1 && strstr(name, "/site.gcp") != NULL, name);
     check(GeoRef_load_gcp_mappings(&maps, name, 0, 0) == 2, "two mappings");
     check(GeoRef_get_gcp_mapping(&maps, 1, &sx, &sy, &dx, &dy) == 1, "the second mapping");
     check(sx == 140 && sy == -210 && dx == 10 && dy == -20, "columns of a GCP file");
     check(GeoRef_free_gcp_mappings(&maps, 2) == 1 && maps == NULL, "the list is released");
-    check(holds(folder, "site.gcp", "100.000000\t-200.000000\t0.000000\t-0.000000\n"), "the GCP file");
+    check(take("site.gcp", "100.000000\t-200.000000\t0.000000\t-0.000000"), "the GCP file");
     check(GeoRef_delete(object) == 1, "the object is released");
 }
 
@@ -111,41 +120,78 @@ static void test_prompt(void) {
     GMS_SetPromptFunc(NULL);
 }
 
-static void test_conversion(const char* folder) {
-    char path[512];
-    GMStoPLX* object = GMStoPLX_new();
+static GMStoPLX* surface_converter(void) {
+    GMStoPLX* const object = GMStoPLX_new();
     check(object != NULL, "a converter is made");
-    write_file(folder, "site.gpr", "TIN hill.tin\n");
-    write_file(folder, "hill.tin",
-               "TIN\nBEGT\nTNAM hill\nID 1\nVERT 3\n0 0 1\n1 0 2\n0 1 3\nTRI 1\n1 2 3\nENDT\n");
+    write_file("site.gpr", "TIN hill.tin\n");
+    write_file("hill.tin", "TIN\nBEGT\nTNAM hill\nID 1\nVERT 3\n0 0 1\n1 0 2\n0 1 3\nTRI 1\n1 2 3\nENDT\n");
+    GMStoPLX_Set_Destination(GMStoPLX_Set_Project(object, in_folder("site.gpr")), folder);
+    GMStoPLX_Extents(GMStoPLX_Use_Subfolders(GMStoPLX_Compress(object, 0), 0), 0, 0, 0, 0, 0);
+    return GMStoPLX_Object_Types(object, 0, 0, 0, 0, 0, 0, 0, 1, 0);
+}
 
+static void test_conversion(void) {
+    GMStoPLX* const object = surface_converter();
+    check(errors == 0, last_error);
     check(GMStoPLX_Set_Destination(object, NULL) == object, "calls can be chained");
     check(strcmp(last_error, "GMStoPLX : set_destination - [] Invalid Directory Name!\n") == 0, last_error);
-    snprintf(path, sizeof path, "%s/site.gpr", folder);
-    errors = 0;
-    object = GMStoPLX_Set_Destination(GMStoPLX_Set_Project(object, path), folder);
-    object = GMStoPLX_Extents(GMStoPLX_Use_Subfolders(GMStoPLX_Compress(object, 0), 0), 0, 0, 0, 0, 0);
-    object = GMStoPLX_Object_Types(object, 0, 0, 0, 0, 0, 0, 0, 1, 0);
     check(GMStoPLX_parse_project(object) == object, "parse_project returns the object");
-    check(errors == 0, last_error);
+    check(errors == 1, last_error);
     check(tin_lines == 1 && statuses > 8, "status texts arrive");
-    check(holds(folder, "tin_hill_elevation.gmf", "0.000000 1.000000 3.000000"), "the surface");
-    check(holds(folder, "tin_hill_elevation.pff", "CELL_SET_DEF 0 1 Tri \"TIN\" IN_FILE"), "the field file");
-    holds(folder, "hill.tin", "");
-    holds(folder, "site.gpr", "");
+    check(take("tin_hill_elevation.gmf", "0.000000 1.000000 3.000000"), "the surface");
+    check(take("tin_hill_elevation.pff", "CELL_SET_DEF 0 1 Tri \"TIN\" IN_FILE"), "the field file");
     GMStoPLX_delete(object);
 }
 
-int main(void) {
-    char folder[] = "/tmp/plx_capi_XXXXXX";
+static GMStoPLX* at_work;
+static int before_switch = 0, after_switch = 0;
+
+static void last_status(const char* text) {
+    (void)text;
+    if (++after_switch == 3) GMS_SetStatusFunc(NULL);
+}
+
+static void first_status(const char* text) {
+    (void)text;
+    ++before_switch;
+    GMS_SetStatusFunc(last_status);
+    check(GMStoPLX_parse_project(at_work) == at_work, "a project inside a project");
+    GMStoPLX_delete(at_work);
+    GMStoPLX_Compress(at_work, 0);
+}
+
+/* A hook that replaces itself, whose successor switches itself off, and that ends the object's life. */
+static void test_hooks_at_work(void) {
+    at_work = surface_converter();
+    GMS_SetStatusFunc(first_status);
+    GMStoPLX_parse_project(at_work);
+    check(before_switch == 1 && after_switch == 3, "each hook hears its part");
+    check(take("tin_hill_elevation.gmf", "0.000000 1.000000 3.000000"), "the work goes on");
+    take("tin_hill_elevation.pff", "");
+    /* Without a project and a destination. */
+    at_work = GMStoPLX_new();
+    check(GMStoPLX_parse_project(at_work) == at_work, "no project");
+    GMStoPLX_delete(at_work);
+}
+
+/* usage: test_capi FOLDER MODEL, the name file of a small model */
+int main(int count, char** arguments) {
+    if (count != 3) return 2;
+    folder = arguments[1];
     test_null_handles();
     test_null_georef();
     test_prompt();
-    if (mkdtemp(folder) == NULL) return 1;
     GMS_SetStatusFunc(on_status);
     GMS_SetErrorFunc(on_error);
-    test_conversion(folder);
-    test_georef(folder);
-    check(rmdir(folder) == 0, "nothing else was written");
+    test_conversion();
+    test_georef();
+    test_hooks_at_work();
+    GMS_SetStatusFunc(NULL);
+    GMS_SetErrorFunc(NULL);
+    test_texts();
+    test_models(arguments[2]);
+    test_throwing(arguments[2]);
+    take("site.gpr", "");
+    take("hill.tin", "");
     return failures != 0;
 }

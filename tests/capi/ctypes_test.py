@@ -8,6 +8,7 @@ import tempfile
 TIN = "TIN\nBEGT\nTNAM {name}\nID {id}\nVERT 3\n0 0 1\n1 0 2\n0 1 3\nTRI 1\n1 2 3\nENDT\n"
 DATA = "DATASET\nOBJTYPE tin\nBEGSCL\nOBJID 1\nND 3\nNC 1\nNAME depth\nTS 0 0.0\n1.5\n2.5\n3.5\nENDDS\n"
 MESSAGE = ctypes.CFUNCTYPE(None, ctypes.c_char_p)
+STEP = ctypes.CFUNCTYPE(None, ctypes.c_int, ctypes.c_int, ctypes.c_void_p)
 
 
 def load(path):
@@ -18,6 +19,14 @@ def load(path):
         "Use_Subfolders": [flag], "Object_Types": [flag] * 9, "Extents": [flag] + [real] * 4,
         "Lenient_Datasets": [flag], "Choose_Time": [flag, real], "parse_project": [],
     }
+    for name, result, types in [
+            ("PLX_convert_modflow", handle, [ctypes.c_char_p, ctypes.c_char_p, handle, handle, flag, handle, flag,
+                                             ctypes.c_char_p, ctypes.c_char_p, STEP, handle]),
+            ("PLX_report_text", flag, [handle, flag, flag, ctypes.c_char_p, flag]),
+            ("PLX_report_count", flag, [handle, flag]), ("PLX_report_delete", None, [handle]),
+            ("PLX_report_number", ctypes.c_longlong, [handle, flag])]:
+        function = getattr(library, name)
+        function.restype, function.argtypes = result, types
     library.GMStoPLX_new.restype = handle
     library.GMStoPLX_delete.argtypes = [handle]
     library.GMStoPLX_delete.restype = None
@@ -61,6 +70,41 @@ def read_world_file(library, folder):
     return points
 
 
+def texts(library, report, which):
+    """All texts of a report."""
+    found = []
+    for i in range(library.PLX_report_count(report, which)):
+        buffer = ctypes.create_string_buffer(library.PLX_report_text(report, which, i, None, 0) + 1)
+        library.PLX_report_text(report, which, i, buffer, len(buffer))
+        found.append(buffer.value.decode())
+    return found
+
+
+def convert_model(library, model, folder):
+    """Converts a model with a callback that asks for another conversion and fails."""
+    inner = []
+
+    def again(done, _total, _user):
+        if done == 1:
+            inner.append(library.PLX_convert_modflow(model, b"gms", None, None, 0, None, 0, None, None, STEP(), None))
+        raise ValueError("a fault of the script")
+
+    sys.unraisablehook = lambda fault: None
+    step = STEP(again)
+    report = library.PLX_convert_modflow(model, None, None, None, 0, None, 1, None, bytes(folder), step, None)
+    sys.unraisablehook = sys.__unraisablehook__
+    assert texts(library, report, 0) == [], texts(library, report, 0)
+    files = [pathlib.Path(name) for name in texts(library, report, 2)]
+    assert files and all(file.is_file() for file in files), files
+    assert sum(file.suffix == ".pfz" for file in files) == 5, files
+    refused = texts(library, inner[0], 0)
+    assert len(refused) == 1 and "is no GMS super file" in refused[0], refused
+    for which in (-1, 3, 99):
+        assert library.PLX_report_count(report, which) == library.PLX_report_number(report, which + 6) == 0, which
+    library.PLX_report_delete(inner[0])
+    library.PLX_report_delete(report)
+
+
 def main():
     library = load(sys.argv[1])
     assert library.GMStoPLX_parse_project(None) is None
@@ -78,6 +122,7 @@ def main():
         surface = next(path for path in (folder / "TINS").iterdir() if path.name.lower() == "hill_depth.gmf")
         corners = [(0, 0, 1000, 5000), (99, -49, 1198, 4902), (0, -49, 1000, 4902)]
         assert read_world_file(library, folder) == corners
+        convert_model(library, sys.argv[2].encode(), folder)
         assert surface.read_bytes().splitlines()[2] == b"0.000000 0.000000 1.500000"
 
 

@@ -19,7 +19,9 @@ typedef struct GMStoPLX GMStoPLX;
 /* A converter with its defaults: compressed field files, no subfolders, no cropping, all kinds of objects.
  * Null when there is no memory. */
 PLX_EXPORT GMStoPLX* GMStoPLX_new(void);
-/* Null is ignored. Prints "DataSet <name> deleted" to standard output for each dataset that was read. */
+/* Null is ignored. From inside a hook, on the object that is at work, it is put off until that work ends, and
+ * what GMStoPLX_parse_project returns is gone then. Prints "DataSet <name> deleted" to standard output for
+ * each dataset that was read. */
 PLX_EXPORT void GMStoPLX_delete(GMStoPLX* object);
 /* The project file, text or HDF5. Not checked here. */
 PLX_EXPORT GMStoPLX* GMStoPLX_Set_Project(GMStoPLX* object, const char* path);
@@ -43,7 +45,8 @@ PLX_EXPORT GMStoPLX* GMStoPLX_Lenient_Datasets(GMStoPLX* object, int on);
 /* When `enable` is not 0, objects get the values of the time step nearest to `time` (in the dataset's own
  * time unit); otherwise those of the first one in the file. */
 PLX_EXPORT GMStoPLX* GMStoPLX_Choose_Time(GMStoPLX* object, int enable, double time);
-/* Reads the project and writes the files. A second call reads again and appends to what was read before. */
+/* Reads the project and writes the files. A second call reads again and appends to what was read before. A
+ * call from inside a hook, on the object that is at work, does nothing. */
 PLX_EXPORT GMStoPLX* GMStoPLX_parse_project(GMStoPLX* object);
 
 #ifdef __cplusplus

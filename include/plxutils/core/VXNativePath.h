@@ -21,3 +21,9 @@ PLX_EXPORT String VXNativePath(const char* name);
 ///
 /// @param why  set when the result is false: a clause such as `the folder ".cfg" begins with a dot`.
 PLX_EXPORT bool VXCanStorePath(const char* native, String& why);
+
+/// Tells whether the library finds an existing file or folder again by the name it stores, which is in lower
+/// case and may mean a neighbour instead.
+///
+/// @param why  set when the result is false: a clause such as `the file is not found by its lower-case name`.
+PLX_EXPORT bool VXFindsPathAgain(const char* native, String& why);

@@ -1,18 +1,7 @@
 #pragma once
 
+#include "plxutils/c/Numeric.h"
 #include "plxutils/export.h"
-
-extern "C" {
-/// The value of pi that all conversions of angles use: 4 (4 atan(1/5) - atan(1/239)), which in double
-/// precision lies one unit in the last place above the nearest double.
-PLX_EXPORT double PI();
-PLX_EXPORT double deg_to_rad(double d);
-PLX_EXPORT double rad_to_deg(double r);
-/// Rounds half away from zero at `digits` decimals; negative digits round to tens, hundreds and so on. A
-/// value that is too large to be scaled comes back unchanged; a power of ten beyond the range of double gives
-/// 0.
-PLX_EXPORT double RoundDouble(double v, int digits);
-}
 
 /// Blends a (at t = 0) and b (at t = 1): linearly, or on the sum of the powers of ten when `logScale` says
 /// that a and b are base-10 logarithms. `smooth` replaces t by a cosine ease first.

@@ -22,6 +22,10 @@
 #include "plxutils/gms/SCAT3Dbuilder.h"
 #include "plxutils/gms/TINbuilder.h"
 
+namespace plx {
+struct GMStoPLXHandles;
+}
+
 /// Converts one GMS project, text or HDF5, into PLX files. Made and destroyed through the C interface only
 /// (GMStoPLX_new, GMStoPLX_delete); messages go to the hooks of GMSCallbacks.h.
 class PLX_EXPORT GMStoPLX {
@@ -93,8 +97,7 @@ public:
     std::int64_t bytesWritten = 0;
 
 private:
-    friend GMStoPLX* ::GMStoPLX_new(void);
-    friend void ::GMStoPLX_delete(GMStoPLX* object);
+    friend struct plx::GMStoPLXHandles;
     GMStoPLX();
     ~GMStoPLX();
 
