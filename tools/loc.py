@@ -3,7 +3,7 @@
 
 usage: tools/loc.py [--root FOLDER] [--all]
 
-Code is include, src, app and examples; tests are everything below tests. The ratio should lie between 0.25 and 0.33.
+Code is include, src, app, examples and python/plxutils; tests are everything below tests and python/tests. The ratio should lie between 0.25 and 0.33.
 C, C++, Python and shell count; build files, documents and data do not. The exit code is 0 whatever the figures.
 """
 import argparse
@@ -13,8 +13,8 @@ import re
 import sys
 import tokenize
 
-CODE = ('include', 'src', 'app', 'examples')
-TESTS = ('tests',)
+CODE = ('include', 'src', 'app', 'examples', 'python/plxutils')
+TESTS = ('tests', 'python/tests')
 OTHER = ('bench', 'fuzz', 'tools')
 BAND = (0.25, 0.33)
 CXX = {'.h', '.hpp', '.c', '.cpp'}
