@@ -1,0 +1,17 @@
+# Runs for each package before it is closed: manual pages are compressed, and the changes stand beside them.
+file(GLOB pages ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/usr/share/man/man*/*.1)
+foreach(page ${pages})
+    execute_process(COMMAND gzip -9nf ${page} COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
+foreach(pair runtime:${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} development:${CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME}
+        tool:${CPACK_DEBIAN_TOOL_PACKAGE_NAME})
+    string(REPLACE ":" ";" pair ${pair})
+    list(GET pair 0 component)
+    list(GET pair 1 package)
+    if(IS_DIRECTORY ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/${component})
+        set(folder ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/${component}/usr/share/doc/${package})
+        file(MAKE_DIRECTORY ${folder})
+        configure_file(${CPACK_PLX_SOURCE_FOLDER}/CHANGELOG.md ${folder}/changelog COPYONLY)
+        execute_process(COMMAND gzip -9nf ${folder}/changelog COMMAND_ERROR_IS_FATAL ANY)
+    endif()
+endforeach()
