@@ -179,6 +179,69 @@ void add_image(CLI::App& command, Options& options, const char* what) {
     command.add_option("IMAGE", options.image, what)->required()->option_text(" ");
 }
 
+using Given = std::shared_ptr<Options>;
+
+void add_fit(CLI::App& georef, Action& action, const Given& options) {
+    CLI::App* command = add(georef, action, "fit", "Coefficients and residuals", &fit, options);
+    add_fit_options(*command, *options);
+    command->add_flag("--json", options->json, "Print one JSON object");
+    add_file_option(*command, "--plot", options->plot, "Draw the residuals (SVG)");
+    command->footer(
+        std::string(kSigns) + kTypes +
+        "\nA residual is the world point of the file minus where the fit puts it. When the two fits\n"
+        "differ by more than a thousandth of a pixel, there or on the way back at the control points,\n"
+        "the difference is told.");
+}
+
+void add_project(CLI::App& georef, Action& action, const Given& options) {
+    CLI::App* command =
+        add(georef, action, "project", "Lines of image columns and rows to X and Y", &project, options);
+    add_fit_options(*command, *options);
+    command->add_flag("--reverse", options->reverse, "X and Y to columns and rows");
+    command->footer(
+        std::string(kSigns) + kTypes +
+        "\nReads a point from each line of standard input and writes one to each of standard output;\n"
+        "empty lines and those that begin with '#' are passed on. The way back is a fit of the\n"
+        "exchanged points: for types 3 to 7 it is the inverse only as far as the points fit.");
+}
+
+void add_world(CLI::App& georef, Action& action, const Given& options) {
+    CLI::App* command = add(georef, action, "world", "Write the world file of an image", &world, options);
+    add_fit_options(*command, *options);
+    add_image(*command, *options, "The image; only its name is used");
+    command->footer(
+        std::string(kSigns) + kTypes +
+        "\nThe file is beside the image: site.tif gets site.tfw. Older ones are kept as\n"
+        "site.tfw.backup, .backup1 to .backup10; the oldest is dropped then. World files hold\n"
+        "first-degree maps with six decimals; their last two numbers are the place of the middle\n"
+        "of the first pixel.");
+}
+
+void add_gcp(CLI::App& georef, Action& action, const Given& options) {
+    CLI::App* command = add(georef, action, "gcp", "Write the GCP file of an image", &gcp, options);
+    add_image(*command, *options, "The image; its name is used, and its size without --points");
+    add_file_option(*command, "--points", options->points,
+                    "Lines of column, row, X and Y (default: three corners by the image's world file)");
+    command->add_option("--size", options->size, "Size of the image, when its header does not tell")
+        ->option_text("COLUMNS ROWS")
+        ->expected(2);
+    command->footer(
+        std::string(kSigns) +
+        "\nAn older site.gcp is kept as site.gcp.backup, .backup1 to .backup10; the oldest is dropped\n"
+        "then. GCP files have six decimals.");
+}
+
+int show(const Options& options) {
+    show_neighbours(image_file(options));
+    return kDone;
+}
+
+void add_show(CLI::App& georef, Action& action, const Given& options) {
+    CLI::App* command = add(georef, action, "show", "What lies beside an image", &show, options);
+    add_image(*command, *options, "The image; its name and its size are used");
+    command->footer(std::string(kSigns) + "\nA GCP file counts before a world file.");
+}
+
 }  // namespace
 
 void add_georef_command(CLI::App& app, Action& action) {
@@ -192,57 +255,9 @@ void add_georef_command(CLI::App& app, Action& action) {
                    "  plxconvert georef gcp site.png --points measured.txt\n"
                    "  plxconvert georef world site.gcp site.png\n"
                    "  plxconvert georef show site.png");
-    CLI::App* command = add(*georef, action, "fit", "Coefficients and residuals", &fit, options);
-    add_fit_options(*command, *options);
-    command->add_flag("--json", options->json, "Print one JSON object");
-    add_file_option(*command, "--plot", options->plot, "Draw the residuals (SVG)");
-    command->footer(
-        std::string(kSigns) + kTypes +
-        "\nA residual is the world point of the file minus where the fit puts it. When the two fits\n"
-        "differ by more than a thousandth of a pixel, there or on the way back at the control points,\n"
-        "the difference is told.");
-
-    command =
-        add(*georef, action, "project", "Lines of image columns and rows to X and Y", &project, options);
-    add_fit_options(*command, *options);
-    command->add_flag("--reverse", options->reverse, "X and Y to columns and rows");
-    command->footer(
-        std::string(kSigns) + kTypes +
-        "\nReads a point from each line of standard input and writes one to each of standard output;\n"
-        "empty lines and those that begin with '#' are passed on. The way back is a fit of the\n"
-        "exchanged points: for types 3 to 7 it is the inverse only as far as the points fit.");
-
-    command = add(*georef, action, "world", "Write the world file of an image", &world, options);
-    add_fit_options(*command, *options);
-    add_image(*command, *options, "The image; only its name is used");
-    command->footer(
-        std::string(kSigns) + kTypes +
-        "\nThe file is beside the image: site.tif gets site.tfw. Older ones are kept as\n"
-        "site.tfw.backup, .backup1 to .backup10; the oldest is dropped then. World files hold\n"
-        "first-degree maps with six decimals; their last two numbers are the place of the middle\n"
-        "of the first pixel.");
-
-    command = add(*georef, action, "gcp", "Write the GCP file of an image", &gcp, options);
-    add_image(*command, *options, "The image; its name is used, and its size without --points");
-    add_file_option(*command, "--points", options->points,
-                    "Lines of column, row, X and Y (default: three corners by the image's world file)");
-    command->add_option("--size", options->size, "Size of the image, when its header does not tell")
-        ->option_text("COLUMNS ROWS")
-        ->expected(2);
-    command->footer(
-        std::string(kSigns) +
-        "\nAn older site.gcp is kept as site.gcp.backup, .backup1 to .backup10; the oldest is dropped\n"
-        "then. GCP files have six decimals.");
-
-    command = add(
-        *georef, action, "show", "What lies beside an image",
-        [](const Options& given) {
-            show_neighbours(image_file(given));
-            return kDone;
-        },
-        options);
-    add_image(*command, *options, "The image; its name and its size are used");
-    command->footer(std::string(kSigns) + "\nA GCP file counts before a world file.");
+    for (const auto add_command : {&add_fit, &add_project, &add_world, &add_gcp, &add_show}) {
+        add_command(*georef, action, options);
+    }
 }
 
 }  // namespace plx::tool

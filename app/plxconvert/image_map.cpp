@@ -21,12 +21,17 @@ int possible_type(int requested, std::size_t points) {
     return points == 2 ? std::min(requested, 2) : requested;
 }
 
-/// What GeoRef prints for its first two points.
-const char* two_point_message(const ControlPoint& a, const ControlPoint& b) {
-    const bool x_equal = a.x == b.x || a.X == b.X, y_equal = a.y == b.y || a.Y == b.Y;
-    if (x_equal && y_equal) return "texture_map: X and Y points are equal.  Switching to Translate.";
-    if (x_equal) return "texture_map: X inputs are equal.  Using Y values for scaling.";
-    return y_equal ? "texture_map: Y inputs are equal.  Using X values for scaling." : "";
+/// A fit as it is, also multiplied out.
+ImageMap::Polynomials polynomials_of(const PolynomialFit& fit, std::size_t count) {
+    return {fit.centre_x,
+            fit.centre_y,
+            fit.scale_x,
+            fit.scale_y,
+            fit.X,
+            fit.Y,
+            fit.in_source_units(fit.X),
+            fit.in_source_units(fit.Y),
+            count};
 }
 
 /// The greater one; infinite when a distance is not a number.
@@ -72,9 +77,11 @@ void ImageMap::make_georef(int requested) {
         georef_->set_gcp_values(i, p.x, row_sign_ * p.y, p.X, p.Y);
     }
     georef_->process_type(requested);
+    // Only its line end does not belong to the message.
+    message_ = georef_->message();
+    if (!message_.empty()) message_.pop_back();
     if (requested == 2) {
         const ControlPoint &a = points_[0], &b = points_[1];
-        message_ = two_point_message(a, b);
         const bool no_scale = (a.x == b.x || a.X == b.X) && (a.y == b.y || a.Y == b.Y);
         type_ = no_scale ? 1 : 2;
     }
@@ -176,15 +183,8 @@ ImageMap::Polynomials ImageMap::polynomials() const {
         const auto [x, y] = georef_->coefficients();
         return {0.0, 0.0, 1.0, 1.0, x, y, x, y, term_count()};
     }
-    Polynomials p{fit_.centre_x,
-                  row_sign_ * fit_.centre_y,
-                  fit_.scale_x,
-                  fit_.scale_y,
-                  fit_.X,
-                  fit_.Y,
-                  fit_.in_source_units(fit_.X),
-                  fit_.in_source_units(fit_.Y),
-                  term_count()};
+    Polynomials p = polynomials_of(fit_, term_count());
+    p.centre_y *= row_sign_;
     // Only maps of first degree have negated rows.
     for (Coefficients* of : {&p.X, &p.Y, &p.x_terms, &p.y_terms}) (*of)[2] *= row_sign_;
     return p;
@@ -200,15 +200,7 @@ ImageMap::Polynomials ImageMap::back_polynomials() {
         }
         return {0.0, 0.0, 1.0, 1.0, x, y, x, y, term_count()};
     }
-    Polynomials p{back_.centre_x,
-                  back_.centre_y,
-                  back_.scale_x,
-                  back_.scale_y,
-                  back_.X,
-                  back_.Y,
-                  back_.in_source_units(back_.X),
-                  back_.in_source_units(back_.Y),
-                  term_count()};
+    Polynomials p = polynomials_of(back_, term_count());
     for (Coefficients* of : {&p.Y, &p.y_terms}) {
         for (double& value : *of) value *= row_sign_;
     }

@@ -127,7 +127,8 @@ GeoRef::GeoRef(const GeoRef& other)
       srcY(other.srcY),
       dstX(other.dstX),
       dstY(other.dstY),
-      polynomials_(other.polynomials_) {}
+      polynomials_(other.polynomials_),
+      message_(other.message_) {}
 
 GeoRef& GeoRef::operator=(const GeoRef& other) {
     if (this == &other) return *this;
@@ -141,6 +142,7 @@ GeoRef& GeoRef::operator=(const GeoRef& other) {
     dstX = other.dstX;
     dstY = other.dstY;
     polynomials_ = other.polynomials_;
+    message_ = other.message_;
     return *this;
 }
 
@@ -167,6 +169,7 @@ int GeoRef::get_gcp_values(int i, double& sx, double& sy, double& dx, double& dy
 
 void GeoRef::process_type(int requested) {
     reverse_.reset();
+    message_ = "";
     type = plx::limited_fit_type(requested, index(nGCP));
     const bool two_points = type == 2 || (nGCP == 2 && type != 1);
     if (!two_points || !fit_two_points()) {
@@ -179,11 +182,16 @@ void GeoRef::process_type(int requested) {
     polynomials_.take(xFit, yFit);
 }
 
+void GeoRef::say(const char* text) {
+    message_ = text;
+    std::fputs(text, stdout);
+}
+
 /// False when the two points have no scale and the type has become the translation.
 bool GeoRef::fit_two_points() {
     const TwoPoints d(*this);
     if (d.x_equal() && d.y_equal()) {
-        std::fputs("texture_map: X and Y points are equal.  Switching to Translate.\n", stdout);
+        say("texture_map: X and Y points are equal.  Switching to Translate.\n");
         negate_rows_of_type_3();
         type = 1;
         return false;
@@ -207,7 +215,7 @@ void GeoRef::negate_rows_of_type_3() {
 
 /// X runs against x on purpose: existing projects were placed with this mirrored mapping.
 void GeoRef::fit_scale_by_y(const TwoPoints& d) {
-    std::fputs("texture_map: X inputs are equal.  Using Y values for scaling.\n", stdout);
+    say("texture_map: X inputs are equal.  Using Y values for scaling.\n");
     const double s = d.dY / d.dy;
     negate_rows_of_type_3();
     type = 2;
@@ -215,7 +223,7 @@ void GeoRef::fit_scale_by_y(const TwoPoints& d) {
 }
 
 void GeoRef::fit_scale_by_x(const TwoPoints& d) {
-    std::fputs("texture_map: Y inputs are equal.  Using X values for scaling.\n", stdout);
+    say("texture_map: Y inputs are equal.  Using X values for scaling.\n");
     const double s = d.dX / d.dx;
     negate_rows_of_type_3();
     type = 2;

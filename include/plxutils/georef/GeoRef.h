@@ -57,6 +57,9 @@ public:
     /// coordinates that were asked for type 3 or more, the caller passes -Y and gets y.
     void reverse_project_point(double X, double Y, double& x, double& y);
 
+    /// What the last process_type printed, with its line end; empty when it printed nothing.
+    const char* message() const { return message_; }
+
     /// What project_point multiplies: the coefficients of X and those of Y by 1, x, y, x2, xy, y2, x3, ...,
     /// zeros beyond the degree.
     std::array<std::array<double, 15>, 2> coefficients() const;
@@ -93,6 +96,7 @@ private:
     };
     struct TwoPoints;
 
+    void say(const char* text);
     bool fit_two_points();
     void fit_scale_by_y(const TwoPoints& d);
     void fit_scale_by_x(const TwoPoints& d);
@@ -113,5 +117,6 @@ private:
     int type;
     std::vector<double> srcX, srcY, dstX, dstY;
     Polynomials polynomials_;
+    const char* message_ = "";
     std::unique_ptr<GeoRef> reverse_;  // made by the first reverse projection after a change
 };
