@@ -17,6 +17,11 @@ endif()
 # Result files pass 4 GiB also where off_t is 32 bits wide by default.
 target_compile_definitions(plx_flags INTERFACE _FILE_OFFSET_BITS=64)
 
+if(WIN32)
+    # Programs find the library beside them.
+    set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+endif()
+
 if(PLX_WARNINGS_AS_ERRORS)
     target_compile_options(plx_flags INTERFACE -Werror)
 endif()
@@ -28,4 +33,12 @@ endif()
 if(PLX_COVERAGE)
     target_compile_options(plx_flags INTERFACE --coverage)
     target_link_options(plx_flags INTERFACE --coverage)
+endif()
+if(PLX_BUILD_FUZZ)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "PLX_BUILD_FUZZ needs Clang, this is ${CMAKE_CXX_COMPILER_ID}")
+    endif()
+    target_compile_options(plx_flags INTERFACE -fsanitize=address,undefined,fuzzer-no-link
+                                               -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(plx_flags INTERFACE -fsanitize=address,undefined)
 endif()

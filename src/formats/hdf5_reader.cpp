@@ -43,13 +43,13 @@ Result guarded(Result failure, Work work) {
     return failure;
 }
 
-/// Native path of a regular file that can be read. HDF5 would wait for ever on a pipe.
+/// Path, as HDF5 takes it, of a regular file that can be read. HDF5 would wait for ever on a pipe.
 std::string readable_path(const char* stored) {
     if (stored == nullptr) return {};
     std::FILE* file = platform::open_file(stored, "rb");
     if (file == nullptr) return {};
     std::fclose(file);
-    return platform::native_path(stored);
+    return platform::utf8_path(platform::native_path(stored));
 }
 
 // H5check_version is of no use here: it aborts the process for every other release.

@@ -5,6 +5,8 @@
 #include <limits>
 #include <utility>
 
+#include "platform/platform.h"
+
 namespace plx {
 
 namespace {
@@ -14,10 +16,10 @@ constexpr std::size_t kBlock = 64 * 1024;
 std::int64_t bytes_ahead(std::FILE* file) {
     constexpr std::int64_t kUnknown = std::numeric_limits<std::int64_t>::max() / 2;
     if (!file) return 0;
-    const long here = std::ftell(file);
-    if (here < 0 || std::fseek(file, 0, SEEK_END) != 0) return kUnknown;
-    const long length = std::ftell(file);
-    if (std::fseek(file, here, SEEK_SET) != 0 || length < here) return kUnknown;
+    const std::int64_t here = platform::tell(file);
+    if (here < 0 || !platform::seek(file, 0, SEEK_END)) return kUnknown;
+    const std::int64_t length = platform::tell(file);
+    if (!platform::seek(file, here, SEEK_SET) || length < here) return kUnknown;
     return length - here;
 }
 

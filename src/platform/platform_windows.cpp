@@ -1,5 +1,7 @@
 #define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX
 #define NOMINMAX
+#endif
 #include <io.h>
 #include <sys/stat.h>
 #include <sys/types.h>
@@ -8,6 +10,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/ini_default.h"
 #include "platform/platform.h"
 
 namespace plx::platform {
@@ -64,15 +67,14 @@ FileFacts find_file(const char* stored) {
 std::optional<std::vector<std::string>> folder_names(const char* stored) {
     std::vector<std::string> names;
     if (!stored || !*stored) return names;
+    const DWORD attributes = GetFileAttributesA(stored);
+    if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_DIRECTORY)) return names;
     WIN32_FIND_DATAA entry;
     const HANDLE search = FindFirstFileA((std::string(stored) + "\\*").c_str(), &entry);
-    if (search == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError();
-        if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return names;
-        return std::nullopt;
-    }
+    if (search == INVALID_HANDLE_VALUE) return std::nullopt;
     do {
-        names.push_back(lower(entry.cFileName));
+        const std::string name = lower(entry.cFileName);
+        if (name != "." && name != "..") names.push_back(name);
     } while (FindNextFileA(search, &entry));
     const bool complete = GetLastError() == ERROR_NO_MORE_FILES;
     FindClose(search);
@@ -90,6 +92,30 @@ bool make_directory(const char* stored) {
 bool replace_move(const char* from_stored, const char* to_stored) {
     if (!from_stored || !to_stored) return false;
     return MoveFileExA(from_stored, to_stored, MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED) != 0;
+}
+
+bool is_regular_file(const std::string& native) {
+    const HANDLE file = CreateFileA(native.c_str(), FILE_READ_ATTRIBUTES,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    // A folder does not open without FILE_FLAG_BACKUP_SEMANTICS.
+    if (file == INVALID_HANDLE_VALUE) return false;
+    const bool regular = GetFileType(file) == FILE_TYPE_DISK;
+    CloseHandle(file);
+    return regular;
+}
+
+std::string utf8_path(const std::string& native) {
+    const auto size = [](int length) { return static_cast<std::size_t>(std::max(length, 0)); };
+    const int bytes = static_cast<int>(native.size());
+    std::wstring wide(size(MultiByteToWideChar(CP_ACP, 0, native.data(), bytes, nullptr, 0)), L'\0');
+    const int units = static_cast<int>(wide.size());
+    MultiByteToWideChar(CP_ACP, 0, native.data(), bytes, wide.data(), units);
+    std::string text(size(WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, nullptr, 0, nullptr, nullptr)),
+                     '\0');
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, text.data(), static_cast<int>(text.size()), nullptr,
+                        nullptr);
+    return text;
 }
 
 std::string full_path(const std::string& name) {
@@ -138,7 +164,8 @@ std::int64_t clock_frequency() {
 }
 
 std::string ini_value(const char* stored_file, const char* section, const char* key, const char* fallback) {
-    const std::string otherwise = fallback ? fallback : "";
+    // Not left to the system, which does not cut what it does not look for.
+    const std::string otherwise(ini_default(fallback));
     if (!stored_file || !*stored_file || !section || !key) return otherwise;
     // A name without a folder would be looked for in the Windows directory.
     const std::string file = full_path(stored_file);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "cli/run_tool.h"
+#include "support/host_system.h"
 #include "support/temp_folder.h"
 
 namespace plx::test {
@@ -73,7 +74,8 @@ protected:
         const std::filesystem::path place = folder_.path() / "Out/made";
         if (!std::filesystem::exists(place)) return names;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(place)) {
-            if (entry.is_regular_file()) names.push_back(entry.path().lexically_relative(place).string());
+            if (entry.is_regular_file())
+                names.push_back(entry.path().lexically_relative(place).generic_string());
         }
         std::sort(names.begin(), names.end());
         return names;
@@ -89,8 +91,9 @@ TEST_F(Gms, WritesWhatTheProjectHoldsAndListsIt) {
     EXPECT_EQ(run.err, "");
     EXPECT_THAT(written(), ElementsAre("2ds_wells_level.gmf", "bor_bores.pgf", "ground_head.gmf",
                                        "tin_ground_elevation.gmf", "tin_ground_elevation.pff"));
-    for (const char* text : {"GMS project (text)\n", "/Out/made/ground_head.gmf\n",
-                             "  files                5\n", "results in "}) {
+    for (const char* text :
+         {"GMS project (text)\n", kWindows ? "\\out\\made\\ground_head.gmf\n" : "/Out/made/ground_head.gmf\n",
+          "  files                5\n", "results in "}) {
         EXPECT_THAT(run.out, HasSubstr(text));
     }
     EXPECT_THAT(run.out, Not(HasSubstr("deleted")));

@@ -8,6 +8,7 @@
 
 #include "cli/run_tool.h"
 #include "cli/small_model.h"
+#include "support/holds_regex.h"
 #include "support/result_files.h"
 #include "support/temp_folder.h"
 
@@ -146,7 +147,7 @@ TEST(ModelKinds, InfoBlamesACutResultOnceAndNoTransportPackage) {
         folder.write(file, whole.substr(0, whole.size() - 7));
         const ToolRun run = run_tool({"info", project});
         EXPECT_EQ(run.code, 1);
-        EXPECT_THAT(run.err, testing::MatchesRegex("plxconvert: " + std::string(file) + ": byte [^\n]+\n"));
+        EXPECT_THAT(run.err, HoldsRegex("^plxconvert: " + std::string(file) + ": byte [^\n]+\n$"));
     }
 }
 

@@ -6,12 +6,12 @@
 
 #include "cli/run_tool.h"
 #include "cli/small_model.h"
+#include "support/holds_regex.h"
 #include "support/temp_folder.h"
 
 namespace plx::test {
 namespace {
 
-using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 namespace fs = std::filesystem;
@@ -30,7 +30,7 @@ TEST_F(Modflow, WritesEverythingAndClosesWithATable) {
     for (const char* line :
          {"  nodes +78\n", "  cells +23\n", "  steps +2\n", "  files +8\n", "  warnings +0\n",
           "\n  seconds +[0-9.]+\n", "\nrules that changed this conversion: [a-z_, ]+\n"}) {
-        EXPECT_THAT(run.out, ContainsRegex(line));
+        EXPECT_THAT(run.out, HoldsRegex(line));
     }
     EXPECT_THAT(run.out, HasSubstr("\nresults in " + folder_.path().string() + "\n"));
     EXPECT_THAT(run.out, Not(HasSubstr("Writing to PLX")));
@@ -103,7 +103,7 @@ TEST_F(Modflow, FaultsOfTheInputEndWithOneAndAMessage) {
         const ToolRun run = run_tool({"modflow", project_, "--outputs", outputs, "--quiet"});
         EXPECT_EQ(run.code, 1);
         EXPECT_EQ(run.out, "");
-        EXPECT_THAT(run.err, ContainsRegex("^plxconvert: "));
+        EXPECT_THAT(run.err, HoldsRegex("^plxconvert: "));
         EXPECT_THAT(run.err, HasSubstr(message));
     }
 }

@@ -3,14 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "support/run_program.h"
+
 namespace plx::test {
 
-struct ToolRun {
-    int code = -1;
-    std::string out, err;
-};
+using ToolRun = ProgramRun;
 
 /// Runs the built plxconvert with its streams in files, so that it sees no terminal.
-ToolRun run_tool(const std::vector<std::string>& arguments);
+ToolRun run_tool(const std::vector<std::string>& arguments, const std::string& input = "");
 
 }  // namespace plx::test

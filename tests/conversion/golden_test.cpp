@@ -22,7 +22,7 @@ const fs::path kData = PLX_TEST_DATA;
 
 std::string unzipped(const fs::path& path) {
     std::string text;
-    gzFile in = gzopen(path.c_str(), "rb");
+    gzFile in = gzopen(path.string().c_str(), "rb");
     char block[4096];
     for (int n = gzread(in, block, sizeof block); n > 0; n = gzread(in, block, sizeof block)) {
         text.append(block, static_cast<std::size_t>(n));
@@ -37,9 +37,9 @@ bool is_gzip(const fs::path& path) { return plx::test::read_bytes(path).substr(0
 plx::ConversionReport convert(const fs::path& out, const plx::ReadingRules& rules, bool compress) {
     MODFLOW2000_Converter factory;
     factory.reading_rules = rules;
-    factory.output_folder = out.c_str();
+    factory.output_folder = out.string().c_str();
     factory.keep_log = false;
-    VXFile project((kData / "small" / "small.nam").c_str());
+    VXFile project((kData / "small" / "small.nam").string().c_str());
     double porosity[] = {0.25, 0.3};
     int outputs[Converter::kOutputs];
     std::fill(std::begin(outputs), std::end(outputs), 1);

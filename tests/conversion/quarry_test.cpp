@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <regex>
 #include <string>
 
 #include "support/golden_files.h"
+#include "support/run_program.h"
 #include "support/temp_folder.h"
 
 namespace fs = std::filesystem;
@@ -20,13 +20,10 @@ const fs::path kGolden = fs::path(PLX_TEST_DATA) / "golden" / "quarry";
 
 /// Runs the tool, which has to succeed and to have nothing to complain about.
 void convert(const char* project, const fs::path& out) {
-    const plx::test::TempFolder streams;
-    const std::string said = streams.file("said");
-    const std::string command = std::string("'" PLXCONVERT "' gms '") + (kQuarry / project).string() +
-                                "' --plain --quiet --dest '" + out.string() + "' </dev/null >'" + said +
-                                "' 2>&1";
-    EXPECT_EQ(std::system(command.c_str()), 0);
-    EXPECT_EQ(plx::test::read_bytes(said), "");
+    const auto run = plx::test::run_program(
+        PLXCONVERT, {"gms", (kQuarry / project).string(), "--plain", "--quiet", "--dest", out.string()});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out + run.err, "");
 }
 
 /// Without its first line, which tells the kind of project in a .pgf file.

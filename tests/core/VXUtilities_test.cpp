@@ -91,7 +91,7 @@ TEST(TextFiles, WriteTranslatesOnlyInTextMode) {
     EXPECT_EQ(folder.read("Out.txt"), "a\r\nb\r\r\n");
     WriteStringToFile("a\nb", name.c_str(), false);
     EXPECT_EQ(folder.read("Out.txt"), "a\nb");
-    EXPECT_EQ(ReadStringFromFile(folder.path().c_str()).GetLength(), 0) << "a directory has no text";
+    EXPECT_EQ(ReadStringFromFile(folder.path().string().c_str()).GetLength(), 0) << "a directory has no text";
 }
 
 TEST(TextFiles, ReadDecompressesAndKeepsEveryByte) {

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <random>
 #include <sstream>
@@ -48,6 +49,8 @@ TEST(TextNumber, PrintsTheBytesOfPrintf) {
         char* end = plx::format_fixed6(ours, v);
         const std::string six(ours, end), three(ours, plx::format_fixed3(ours, v));
         std::snprintf(theirs, sizeof theirs, "%lf %.3lf", v, v);
+        // Not every system's printf tells the sign of what is not a number.
+        if (std::isnan(v)) std::strcpy(theirs, std::signbit(v) ? "-nan -nan" : "nan nan");
         ASSERT_EQ(six + " " + three, theirs) << std::hexfloat << v;
     }
     for (const int v : {0, -1, 10, INT_MAX, INT_MIN}) {

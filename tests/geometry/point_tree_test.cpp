@@ -217,6 +217,8 @@ TEST(cgPointTree, HostsMayFillAndShareNodesByThemselves) {
     Host again(deep);
     again.SetupChildrenMain(nullptr, 2, kLow, kHigh);  // the other one keeps the children
     EXPECT_EQ(deep.FindPointsWithinDistance(kLow, 0.5, true, out, false), 1);
+    // Where a long has 32 bits there may be room for as many.
+    if (sizeof(long) == 4) return;
     again.SetTagData(std::numeric_limits<long>::max(), nullptr);
     EXPECT_EQ(again.GetTagData(), nullptr);
 }

@@ -41,7 +41,7 @@ const std::string kRead = "S:- Project file read - Converting files\n";
 
 TEST_F(Project, DestinationMustBeAFolder) {
     const std::string file = folder.write("a.txt", "x"), out = folder.file("out");
-    const String here = VXFile(folder.path().c_str()).GetFilePath();
+    const String here = VXFile(folder.path().string().c_str()).GetFilePath();
     fs::create_directory(out);
     const fs::path before = fs::current_path();
     fs::current_path(folder.path());

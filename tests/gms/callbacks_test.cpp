@@ -28,7 +28,13 @@ TEST(GmsCallbacks, TextsGoToTheFunctionRegisteredLastCutToTheBuffer) {
     GMS_DoError("an error is no status");
     GMS_ReportStatus("%s", std::string(8191, 'a').c_str());
     GMS_ReportStatus("%s", std::string(10000, 'b').c_str());
+    static std::vector<std::size_t> error_sizes;
+    GMS_SetErrorFunc([](const char* text) { error_sizes.push_back(std::string(text).size()); });
+    for (const std::size_t size : {8190U, 8191U, 8192U, 20000U})
+        GMS_ReportError("%s", std::string(size, 'e').c_str());
+    GMS_SetErrorFunc(nullptr);
     GMS_SetStatusFunc(nullptr);
+    EXPECT_EQ(error_sizes, (std::vector<std::size_t>{8190, 8191, 8191, 8191}));
     EXPECT_EQ(first_texts, std::vector<std::string>{"Opening file"});
     EXPECT_EQ(second_texts, (std::vector<std::string>{"step 3\n", "100%s", std::string(8191, 'a'),
                                                       std::string(8191, 'b')}));

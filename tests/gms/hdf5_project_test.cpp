@@ -16,7 +16,8 @@ protected:
     Hdf5Project() { renew(); }
     void renew() {
         converter.reset(GMStoPLX_new());
-        GMStoPLX_Set_Destination(GMStoPLX_Set_Project(converter.get(), path.c_str()), folder.path().c_str());
+        GMStoPLX_Set_Destination(GMStoPLX_Set_Project(converter.get(), path.c_str()),
+                                 folder.path().string().c_str());
     }
     /// Converts and gives back the messages behind the path; only those with `text` when there is one.
     Lines convert(const std::string& text = "") {

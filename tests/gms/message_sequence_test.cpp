@@ -17,7 +17,7 @@ TEST(MessageSequence, OfEitherKind) {
     for (const auto& [kind, project] :
          {std::pair("text.txt", "quarry.gpr"), {"hdf5.txt", "quarry_hdf5.gpr"}}) {
         const plx::test::TempFolder folder;
-        const std::string stored = VXFile(folder.path().c_str()).GetFilePath().c_str();
+        const std::string stored = VXFile(folder.path().string().c_str()).GetFilePath().c_str();
         fs::copy(quarry, folder.path());
         folder.write("quarry.gpr", plx::test::read_bytes(quarry / "quarry.gpr") + more);
         std::string text;
@@ -25,7 +25,7 @@ TEST(MessageSequence, OfEitherKind) {
             const MessageLog log;
             const plx::test::Converter converter(GMStoPLX_new());
             GMStoPLX* object = GMStoPLX_Set_Project(converter.get(), folder.file(project).c_str());
-            GMStoPLX_Set_Destination(object, folder.path().c_str());
+            GMStoPLX_Set_Destination(object, folder.path().string().c_str());
             if (options) {
                 GMStoPLX_Use_Subfolders(GMStoPLX_Compress(object, 0), 2);
                 GMStoPLX_Extents(object, 1, -1.5, 2, 1234567.25, 4);

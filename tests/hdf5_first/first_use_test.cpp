@@ -1,18 +1,18 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <cstring>
 
 #include "platform/platform.h"
 #include "plxutils/c/GMSCallbacks.h"
 #include "plxutils/c/GMStoPLX.h"
 #include "support/hdf5_file.h"
+#include "support/run_program.h"
 #include "support/temp_folder.h"
 
 namespace {
 
 int write_project(const char* path) {
-    plx::test::Hdf5Writer out(path);
+    plx::test::Hdf5Writer out(plx::platform::utf8_path(path));
     out.strings("TINModule/hill/PROPERTIES/Name", {"hill"});
     out.doubles("TINModule/hill/Nodes/NodeLocs", {3, 3}, {0, 0, 1, 1, 0, 2, 0, 1, 3});
     out.ints("TINModule/hill/Elements/Nodeids", {1, 3}, {1, 2, 3});
@@ -22,9 +22,11 @@ int write_project(const char* path) {
 
 TEST(Hdf5FirstUse, AProjectConvertsAndNothingIsPrinted) {
     const plx::test::TempFolder folder;
-    const std::string project = folder.file("first.gpr");
-    const std::string command = "\"" + plx::platform::executable_path() + "\" write \"" + project + "\"";
-    ASSERT_EQ(std::system(command.c_str()), 0);
+    // HDF5 takes UTF-8 on Windows, and everything else the code page of the process.
+    const std::string project = folder.path().string() + "/gr\xfcn.gpr";
+    const auto run = plx::test::run_program(plx::platform::executable_path(),
+                                            {"write", plx::platform::utf8_path(project)});
+    ASSERT_EQ(run.code, 0) << run.err;
 
     testing::internal::CaptureStderr();
     GMStoPLX* object = GMStoPLX_new();

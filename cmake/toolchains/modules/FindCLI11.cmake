@@ -1,0 +1,5 @@
+include(${CMAKE_CURRENT_LIST_DIR}/HeadersOfHost.cmake)
+plx_headers_of_host(CLI11::CLI11 CLI)
+if(TARGET CLI11::CLI11)
+    set(CLI11_FOUND TRUE)
+endif()

@@ -1,0 +1,5 @@
+include(${CMAKE_CURRENT_LIST_DIR}/HeadersOfHost.cmake)
+plx_headers_of_host(nlohmann_json::nlohmann_json nlohmann)
+if(TARGET nlohmann_json::nlohmann_json)
+    set(nlohmann_json_FOUND TRUE)
+endif()
