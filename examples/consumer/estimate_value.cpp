@@ -4,13 +4,24 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace {
+
+/// The library does not find a name without a folder.
+String with_folder(const char* name) {
+    const String folder = std::strpbrk(name, "/\\") ? "" : "./";
+    return folder + name;
+}
 
 /// Adds the samples of a file "x,y,z,value" with one line of titles; false after a message.
 bool add_samples(const char* name, VXInterpolate& samples) {
     VXFileReader reader;
-    if (!reader.Open(name) || reader.ReadLine(",", true, true, false) < 4) {
+    if (!reader.Open(with_folder(name).c_str())) {
+        std::fprintf(stderr, "%s: cannot be opened\n", name);
+        return false;
+    }
+    if (reader.ReadLine(",", true, true, false) < 4) {
         std::fprintf(stderr, "%s: no table of four columns\n", name);
         return false;
     }

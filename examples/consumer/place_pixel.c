@@ -3,17 +3,21 @@
 
 #include <stdio.h>
 #include <stdlib.h>
+#include <string.h>
 
 #include "plxutils/c/plxutils_c.h"
 
-enum { kMostPoints = 100, kFirstDegree = 4 };
+enum { kMostPoints = 100, kFirstDegree = 4, kLongestName = 1024 };
 
 /* Reads lines of world X, minus world Y, column and row into an array of four numbers for each point; their
  * number, or -1 after a message. */
 static int read_points(const char* name, double (*points)[4]) {
     int count = 0;
+    char path[kLongestName];
     VXFileReaderHandle* reader = VXFileReader_new();
-    if (!reader || !VXFileReader_Open(reader, name)) {
+    /* The library does not find a name without a folder. */
+    const int length = snprintf(path, sizeof path, "%s%s", strpbrk(name, "/\\") ? "" : "./", name);
+    if (!reader || length >= kLongestName || !VXFileReader_Open(reader, path)) {
         fprintf(stderr, "%s: cannot be opened\n", name);
         count = -1;
     }
@@ -27,6 +31,7 @@ static int read_points(const char* name, double (*points)[4]) {
         }
         if (count >= 0) ++count;
     }
+    if (count == 0) fprintf(stderr, "%s: holds no control points\n", name);
     VXFileReader_delete(reader);
     return count;
 }
@@ -40,7 +45,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     count = read_points(argv[1], points);
-    if (count < 0) return 1;
+    if (count < 1) return 1;
     map = GeoRef_new(count);
     for (int i = 0; i < count; ++i) {
         GeoRef_set_gcp_values(map, i, points[i][2], points[i][3], points[i][0], -points[i][1]);

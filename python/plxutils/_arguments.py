@@ -14,6 +14,7 @@ from typing import Any, Iterable, List, Optional, Sequence, Tuple, Union
 
 PathLike = Union[str, "os.PathLike[str]"]
 
+_WINDOWS = sys.platform == "win32"
 _LONGEST_NAME = 127
 _LONGEST_PATH = 1023
 
@@ -37,11 +38,13 @@ def absolute(path: PathLike, what: str) -> Path:
 
 def _fault(place: Path) -> str:
     parts = place.parts[1:]
+    if not parts:
+        return "it names no folder and file"
     if any(part.startswith(".") for part in parts):
         return "a name in it begins with a dot"
     if any(len(os.fsencode(part)) > _LONGEST_NAME for part in parts) or len(os.fsencode(place)) > _LONGEST_PATH:
         return f"it is too long ({_LONGEST_NAME} bytes for a name, {_LONGEST_PATH} in all)"
-    if re.search(r'[*?"\0]' if sys.platform == "win32" else r'[*?"\\\0]', "".join(parts)):
+    if re.search(r'[*?"\0]' if _WINDOWS else r'[*?"\\\0]', "".join(parts)):
         return "a name in it holds a character that the library does not take"
     if re.search(r"\$.*>", str(place)):
         return "it holds a '$' that is followed by a '>'"
@@ -50,7 +53,7 @@ def _fault(place: Path) -> str:
 
 def encoded_path(place: Path, what: str) -> bytes:
     """The bytes of a path as the library takes them: the code page's on Windows, else the system's."""
-    if sys.platform != "win32":
+    if not _WINDOWS:
         return os.fsencode(place)
     try:
         return str(place).encode("mbcs", "strict")
@@ -59,39 +62,79 @@ def encoded_path(place: Path, what: str) -> bytes:
 
 
 def decoded_path(name: bytes) -> str:
-    return name.decode("mbcs") if sys.platform == "win32" else os.fsdecode(name)
+    return name.decode("mbcs") if _WINDOWS else os.fsdecode(name)
 
 
 def input_file(path: PathLike, what: str) -> Path:
     """An existing file.
 
     :raises OSError: FileNotFoundError, or IsADirectoryError for a folder.
+    :raises ValueError: when the library would open a neighbour whose name differs in case only.
     """
     place = absolute(path, what)
     if place.is_dir():
         raise IsADirectoryError(errno.EISDIR, os.strerror(errno.EISDIR), str(place))
     if not place.exists():
         raise FileNotFoundError(errno.ENOENT, os.strerror(errno.ENOENT), str(place))
+    refuse_neighbour(place, what)
+    return place
+
+
+def output_file(path: PathLike, what: str) -> Path:
+    """A file to be written; a new one gets a name in lower case.
+
+    :raises ValueError: when the library would write to a neighbour whose name differs in case only.
+    """
+    place = absolute(path, what)
+    if place.exists() or not (place.parent / _lower(place.name)).exists():
+        refuse_neighbour(place, what)
     return place
 
 
 def output_folder(path: PathLike, what: str) -> Path:
     """A folder, made when it is missing."""
     place = absolute(path, what)
+    for neighbour in _alike(place.parent, place.name):
+        _refuse(place, neighbour, what)
     place.mkdir(parents=True, exist_ok=True)
     return place
 
 
-def spelt_as_found(folder: Path, name: str) -> Optional[Path]:
-    """The file of that name in a folder, whatever the case of its letters; the exact name comes first."""
-    exact = folder / name
-    if exact.exists():
-        return exact
+def _lower(name: str) -> str:
+    """As the library does it: ASCII letters only."""
+    return os.fsdecode(os.fsencode(name).lower())
+
+
+def _alike(folder: Path, name: str) -> List[Path]:
+    """Entries of that name whatever the case of its letters, in the order of their bytes."""
+    wanted = _lower(name)
     try:
-        alike = sorted(entry for entry in os.listdir(folder) if entry.lower() == name.lower())
+        found = sorted((entry for entry in os.listdir(folder) if _lower(entry) == wanted), key=os.fsencode)
     except OSError:
-        return None
-    return folder / alike[0] if alike else None
+        return []
+    return [folder / entry for entry in found]
+
+
+def spelt_as_found(folder: Path, name: str) -> Optional[Path]:
+    """The file that the library means by a name: that in lower case, else the first in the order of bytes."""
+    stored = folder / (name if _WINDOWS else _lower(name))
+    if stored.exists():
+        return stored
+    alike = _alike(folder, name)
+    return alike[0] if alike else None
+
+
+def refuse_neighbour(place: Path, what: str) -> None:
+    found = spelt_as_found(place.parent, place.name)
+    if found is not None:
+        _refuse(place, found, what)
+
+
+def _refuse(place: Path, found: Path, what: str) -> None:
+    if _WINDOWS or found == place or (place.exists() and found.exists() and found.samefile(place)):
+        return
+    raise ValueError(f"{what}: '{place}' differs from '{found.name}' only in the case of its letters, "
+                     "by which the library does not tell names apart")
 
 
 def text_bytes(text: str, what: str, encoding: str = "utf-8") -> bytes:
@@ -106,7 +149,10 @@ def text_bytes(text: str, what: str, encoding: str = "utf-8") -> bytes:
 def real(value: Any, what: str) -> float:
     if isinstance(value, bool) or not isinstance(value, numbers.Real):
         raise TypeError(f"{what}: a number is expected, not {value!r}")
-    number = float(value)
+    try:
+        number = float(value)
+    except OverflowError:
+        raise ValueError(f"{what}: the number is too large") from None
     if not math.isfinite(number):
         raise ValueError(f"{what}: a finite number is expected, not {number}")
     return number

@@ -10,7 +10,7 @@ import sys
 import threading
 from typing import Any, Callable, Iterator, List, Optional, Tuple
 
-from ._arguments import PathLike, absolute
+from ._arguments import PathLike
 from ._library import (MessageFunction, ProgressFunction, PromptFunction, StartFunction, library)
 
 _MOST_ERRORS = 1000
@@ -66,7 +66,9 @@ class Diversion:
 
     def __init__(self, trace: Optional[PathLike]) -> None:
         # Opened here so that a wrong name is told before anything runs.
-        name = os.devnull if trace is None else str(absolute(trace, "trace"))
+        name = os.devnull if trace is None else os.fsdecode(trace)
+        if not name:
+            raise ValueError("trace: an empty path names no file")
         self._system = _SystemDescriptors()
         self._target = self._system.open(name)
         self._saved = -1

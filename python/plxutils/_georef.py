@@ -11,7 +11,7 @@ import weakref
 from pathlib import Path
 from typing import Any, Callable, Iterable, List, NamedTuple, Optional, Sequence, Tuple
 
-from ._arguments import PathLike, absolute, decoded_path, encoded_path, real, spelt_as_found, whole
+from ._arguments import PathLike, absolute, decoded_path, encoded_path, real, refuse_neighbour, spelt_as_found, whole
 from ._library import Mappings, library
 
 # Fewer points lower the type; two make a similarity.
@@ -42,6 +42,7 @@ class GeoRef:
         self._handle: Optional[int] = None
         self._release: Callable[[], Any] = lambda: None
         self._type: Optional[int] = None
+        self._wanted: Optional[int] = None
         self._row_sign = 1.0
         for point in points:
             self.add(*point)
@@ -51,6 +52,10 @@ class GeoRef:
         self._points.append(ControlPoint(real(column, "column"), real(row, "row"), real(X, "X"), real(Y, "Y")))
         self._forget()
         return self
+
+    def __reduce__(self) -> Tuple[Any, ...]:
+        # The handle belongs to this object and this process: a copy fits the points again.
+        return _again, (type(self), self.points, self._wanted)
 
     @property
     def points(self) -> Tuple[ControlPoint, ...]:
@@ -86,6 +91,7 @@ class GeoRef:
         if not loaded.GeoRef_process_type(handle, wanted):
             raise MemoryError
         self._handle = handle
+        self._wanted = wanted
         self._type = 1 if wanted == 2 and self._without_scale() else wanted
         return self
 
@@ -132,6 +138,8 @@ class GeoRef:
         """
         folder, base, _ = _taken_apart(image)
         file = spelt_as_found(folder, f"{base}gcp")
+        if (folder / f"{base}gcp").exists():
+            refuse_neighbour(folder / f"{base}gcp", "image")
         if file is None:
             raise FileNotFoundError(errno.ENOENT, "no GCP file lies there", str(folder / f"{base}gcp"))
         name = encoded_path(folder / base, "image")
@@ -161,7 +169,7 @@ class GeoRef:
 
     def _forget(self) -> None:
         self._release()
-        self._handle = self._type = None
+        self._handle = self._type = self._wanted = None
 
     def _fitted(self) -> int:
         if self._handle is None:
@@ -179,6 +187,12 @@ class GeoRef:
         if not done or written is None:
             raise OSError(f"'{named}' could not be written")
         return written
+
+
+def _again(kind: Callable[[Iterable[Sequence[float]]], GeoRef], points: Tuple[ControlPoint, ...],
+           wanted: Optional[int]) -> GeoRef:
+    copy = kind(points)
+    return copy if wanted is None else copy.fit(wanted)
 
 
 def _taken_apart(image: PathLike) -> Tuple[Path, str, str]:
@@ -210,10 +224,13 @@ def _each(convert: Any, handle: int, x: Any, y: Any, sign: float = 1.0) -> Tuple
         return first.value, sign * second.value
 
     if isinstance(x, numbers.Real) and isinstance(y, numbers.Real):
-        return one(float(x), float(y))
+        try:
+            return one(float(x), float(y))
+        except OverflowError:
+            raise ValueError("coordinate: the number is too large") from None
     numpy: Any = sys.modules.get("numpy")
     if numpy is not None and (isinstance(x, numpy.ndarray) or isinstance(y, numpy.ndarray)):
-        a, b = numpy.broadcast_arrays(numpy.asarray(x, float), numpy.asarray(y, float))
+        a, b = numpy.broadcast_arrays(_reals(numpy, x), _reals(numpy, y))
         pairs = numpy.array([one(p, q) for p, q in zip(a.ravel().tolist(), b.ravel().tolist())], float)
         both = pairs.reshape(a.shape + (2,))
         return both[..., 0], both[..., 1]
@@ -222,3 +239,12 @@ def _each(convert: Any, handle: int, x: Any, y: Any, sign: float = 1.0) -> Tuple
         raise ValueError(f"{len(xs)} first and {len(ys)} second coordinates are no pairs")
     done = [one(real(p, "coordinate"), real(q, "coordinate")) for p, q in zip(xs, ys)]
     return [pair[0] for pair in done], [pair[1] for pair in done]
+
+
+def _reals(numpy: Any, values: Any) -> Any:
+    if numpy.ma.isMaskedArray(values):
+        raise TypeError("coordinate: a masked array is not taken, since its mask would be lost")
+    array = numpy.asarray(values)
+    if array.dtype.kind not in "biuf":
+        raise TypeError(f"coordinate: numbers are expected, not {array.dtype}")
+    return array.astype(float)

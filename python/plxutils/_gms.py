@@ -6,8 +6,8 @@ from dataclasses import dataclass
 from pathlib import Path
 from typing import Callable, Iterable, List, Optional, Sequence, Tuple, Union
 
-from ._arguments import (PathLike, callback, chosen, encoded_path, input_file, output_folder, real, rectangle,
-                         spelt_as_found)
+from ._arguments import (PathLike, callback, chosen, decoded_path, encoded_path, input_file, output_folder, real,
+                         rectangle, spelt_as_found)
 from ._calls import Run, decoded
 from ._library import MessageFunction, ProgressFunction, PromptFunction, StartFunction, library
 
@@ -30,7 +30,7 @@ class GmsResult:
     errors: Tuple[str, ...]
     """What the library reported."""
     bytes: int
-    """Size of the files."""
+    """Size of the files, but for those that a callback took away."""
 
     @property
     def succeeded(self) -> bool:
@@ -69,7 +69,7 @@ def convert_gms(project: PathLike, destination: PathLike, *, compress: bool = Tr
     """Converts the surfaces and boreholes of a GMS project (.gpr, text or HDF5).
 
     :param destination: folder of the results, made when it is missing.
-    :param compress: compressed field files (.pfz).
+    :param compress: compressed field files (.pfz); those of TINs of text projects stay plain.
     :param subfolders: a folder for each kind of object.
     :param types: names out of `GMS_TYPES`, also as one text with commas; None for all.
     :param extents: xmin, ymin, xmax, ymax in the project's coordinates.
@@ -125,15 +125,22 @@ def convert_gms(project: PathLike, destination: PathLike, *, compress: bool = Tr
     errors = run.errors.texts()
     if not files.found and not errors:
         errors = (f"'{source}': nothing was written: it is no GMS project or holds no objects of these types",)
-    return GmsResult(tuple(files.found), errors, sum(file.stat().st_size for file in files.found))
+    return GmsResult(tuple(files.found), errors, sum(map(_size, files.found)))
+
+
+def _size(file: Path) -> int:
+    try:
+        return file.stat().st_size
+    except FileNotFoundError:
+        return 0
 
 
 def _hook_status(run: Run, files: _Files, on_status: Optional[Callable[[str], None]]) -> None:
     def report(message: Optional[bytes]) -> None:
-        text = decoded(message)
-        files.note(text)
+        # A name keeps its bytes; what the caller sees is readable.
+        files.note(decoded_path(message or b""))
         if on_status is not None:
-            run.ask(on_status, text)
+            run.ask(on_status, decoded(message))
 
     library().GMS_SetStatusFunc(run.callback(MessageFunction, report))
 

@@ -51,6 +51,7 @@ _SIGNATURES: Dict[str, _Signature] = {
     "VXFileWriter_OpenForAppend": (c_int, [_HANDLE, _TEXT]),
     "VXFileWriter_OpenCompressed": (c_int, [_HANDLE, _TEXT]),
     "VXFileWriter_Close": (c_int, [_HANDLE]),
+    "VXFileWriter_Failed": (c_int, [_HANDLE]),
     "VXFileWriter_Filename": (c_int, [_HANDLE, _TEXT, c_int]),
     "VXFileWriter_Write": (c_int, [_HANDLE, _TEXT]),
     "VXFileWriter_WriteLine": (c_int, [_HANDLE, _TEXT]),

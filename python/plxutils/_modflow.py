@@ -100,9 +100,10 @@ def convert_modflow(project: PathLike, *, kind: str = "auto", outputs: Union[str
 def _fractions(porosity: Union[float, Sequence[float], None]) -> List[float]:
     if porosity is None:
         return []
-    given: List[Any] = list(porosity) if hasattr(porosity, "__iter__") else [porosity]
-    fractions = [real(value, "porosity") for value in given]
-    if any(not 0.0 <= value <= 1.0 for value in fractions):
+    value: Any = porosity.item() if getattr(porosity, "ndim", None) == 0 else porosity
+    given: List[Any] = list(value) if hasattr(value, "__iter__") else [value]
+    fractions = [real(fraction, "porosity") for fraction in given]
+    if any(not 0.0 <= fraction <= 1.0 for fraction in fractions):
         raise ValueError("porosity: values are fractions from 0 to 1")
     return fractions
 

@@ -50,11 +50,27 @@ def test_model_files_are_those_of_the_tool(valley, tmp_path, capfd, options, arg
 
 
 def test_the_trace_goes_to_its_file_and_what_callbacks_print_to_the_caller(quarry, tmp_path, capfd):
-    convert_gms(quarry / "quarry.gpr", tmp_path, on_status=lambda text: os.write(1, b"S"), trace=tmp_path / "trace",
+    convert_gms(quarry / "quarry.gpr", tmp_path, on_status=lambda text: os.write(1, b"S"), trace=tmp_path / ".trace",
                 on_error=print)
     LIBRARY.GMS_DoStatus(b"nobody hears it"), LIBRARY.GMS_DoError(b"nobody hears it"), os.write(1, b"after")
     assert set(capfd.readouterr().out.split("S")) == {"", "after"}
-    assert "DataSet water deleted" in (tmp_path / "trace").read_text()
+    assert "DataSet water deleted" in (tmp_path / ".trace").read_text()
+
+
+def test_names_of_other_encodings_and_files_that_a_callback_took_away(tmp_path):
+    (tmp_path / "site.gpr").write_text("TIN hill.tin\n")
+    (tmp_path / "hill.tin").write_bytes(b"TIN\nBEGT\nTNAM h\xfcgel\nID 1\nVERT 3\n"
+                                         b"0 0 1\n1 0 2\n0 1 3\nTRI 1\n1 2 3\nENDT\n")
+    result = convert_gms(tmp_path / "site.gpr", tmp_path, on_status=lambda text: text.encode())
+    assert len(result.files) == 2 and set(map(os.fsencode, result.files)) == {
+        os.fsencode(tmp_path) + b"/tin_h\xfcgel_elevation" + ending for ending in (b".gmf", b".pff")}
+
+    def remove(text):
+        for file in tmp_path.glob("*.gmf"):
+            file.unlink()
+
+    fewer = convert_gms(tmp_path / "site.gpr", tmp_path, on_status=remove)
+    assert 0 < fewer.bytes < result.bytes
 
 
 def test_time_steps_of_datasets(tmp_path):

@@ -1,4 +1,6 @@
+import copy
 import math
+import pickle
 
 import pytest
 
@@ -28,6 +30,17 @@ def test_rows_count_downwards_for_every_type(tmp_path, points, wanted, fitted):
     image.write_gcp(tmp_path / "Photo.TIF")
     for known, read in zip(image.points, GeoRef.read_gcp(tmp_path / "Photo.TIF").points):
         assert read == pytest.approx(known, abs=1e-6)
+
+
+@pytest.mark.parametrize("duplicate", [copy.copy, copy.deepcopy, lambda image: pickle.loads(pickle.dumps(image))])
+@pytest.mark.parametrize("points, type", [(CORNERS[:1], 1), (TURNED, 2), (CORNERS, 4), (CORNERS, None)])
+def test_a_copy_has_a_fit_of_its_own(duplicate, points, type):
+    image = GeoRef(points) if type is None else GeoRef(points).fit(type)
+    other, expected = duplicate(image), type and image.project(7, 5)
+    image.add(1, 2, 3, 4).fit(1)
+    del image
+    assert other.points == tuple(points) and other.type == type
+    assert type is None or other.project(7, 5) == expected
 
 
 def test_residuals_are_world_distances():

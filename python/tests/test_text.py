@@ -1,4 +1,6 @@
+import codecs
 import gzip
+import os
 
 import pytest
 
@@ -47,6 +49,43 @@ def test_writer(tmp_path, options, unpacked):
         writer.write_lines(["y" * 9000, ""] * (not options))
     data = unpacked((tmp_path / "out.txt").read_bytes())
     assert data == b"abc\r\na\r\nb\r\n" + (b"y" * 9000 + b"\r\n\r\n") * (not options)
+
+
+def test_a_writer_tells_the_path_that_it_writes_to(tmp_path):
+    for _ in range(2):
+        with Writer(tmp_path / "Notes.TXT") as writer:
+            writer.write_line("x")
+        assert writer.path == str(tmp_path / "notes.txt") and os.path.getsize(writer.path) == 3
+
+
+@pytest.mark.skipif(not os.path.exists("/dev/full"), reason="needs /dev/full")
+@pytest.mark.parametrize("compressed", [False, True])
+def test_a_full_disk_is_told_when_the_file_is_closed(compressed):
+    writer = Writer("/dev/full", compressed=compressed)
+    writer.write_line("lost")
+    with pytest.raises(OSError, match="/dev/full.*not all"):
+        writer.close()
+    assert writer.closed
+    with pytest.raises(KeyError), Writer("/dev/full") as writer:
+        writer.write_line("lost")
+        raise KeyError
+
+
+@pytest.mark.parametrize("text, expected", [
+    ("12 a\n", [(["12", "a"], 12.0)]), ("# wells\n\n3\n", [(["3"], 3.0)]),
+    ('"a b" 1\n2', [(["a b", "1"], 0.0), (["2"], 2.0)]),
+    ("λ » 1\n", [(["λ", "»", "1"], 0.0)]), ("\n\n", [])])
+def test_a_byte_order_mark_is_no_text(tmp_path, text, expected):
+    for packed in (bytes, gzip.compress):
+        file = file_with(tmp_path, packed(codecs.BOM_UTF8 + text.encode()))
+        with LineReader(file, encoding="utf-8-sig") as reader:
+            assert [(words, reader.to_float(0)) for words in reader] == expected
+    with LineReader(file, encoding="utf-8-sig", skip_comments=False) as reader:
+        assert reader.read_line() is not None and reader.line == text.split("\n")[0]
+    for _ in range(2):
+        with Writer(tmp_path / "out.txt", append=True, encoding="utf-8-sig") as writer:
+            assert writer.write_line("a") + writer.write("b") == 4
+    assert (tmp_path / "out.txt").read_bytes() == codecs.BOM_UTF8 + b"a\r\nba\r\nb"
 
 
 def test_closed_streams_refuse_to_work(tmp_path):

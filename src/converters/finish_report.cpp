@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "converters/model_state.h"
+
 namespace plx {
 
 namespace {
@@ -20,6 +22,23 @@ void check_porosity_count(ConverterFactory& factory, const ConversionRequest& re
                                       counted(layers, "layer") + ": " +
                                       (given < layers ? "the last one serves the remaining layers"
                                                       : "those beyond the layers are left out"));
+}
+
+/// What was written as asked for, and is hardly what was meant.
+void check_contents(ConverterFactory& factory, const ConversionRequest& request) {
+    const ModelState& model = plx_model_state(factory);
+    // Without a grid there are no results, and its errors tell more.
+    if (!is_whole(model.geometry, model.size())) return;
+    for (std::size_t i = 0; i < request.named.size(); ++i) {
+        // The layers have values of their own when the model has none, which are 0.0 when none were given.
+        if (request.named[i] && conversion_outputs()[i].flag == &ConverterFactory::out_porosity &&
+            request.porosities == 0 && factory.default_porosity.GetSize() == factory.nlay) {
+            factory.report.warnings.emplace_back("no porosity is known; 0.0 was written");
+        }
+    }
+    if (factory.crop_to_extents && factory.report.cells == 0) {
+        factory.report.warnings.emplace_back("no active cell lies in the extents");
+    }
 }
 
 void add_missing(ConverterFactory& factory, const ConversionRequest& request) {
@@ -61,6 +80,7 @@ const ConversionOutputs& conversion_outputs() {
 
 void finish_report(ConverterFactory& factory, const ErrorTexts& heard, const ConversionRequest& request) {
     check_porosity_count(factory, request);
+    check_contents(factory, request);
     factory.report.errors = heard.merged_with(factory.report);
     add_missing(factory, request);
 }

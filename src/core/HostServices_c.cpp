@@ -35,7 +35,11 @@ auto entry() -> decltype(&Guarded<Entry>::call) {
 int PLX_set_host_services(const PLX_HostServices* given) {
     if (given != nullptr && given->size < sizeof given->size) return 0;
     PLX_HostServices known{};
-    if (given != nullptr) std::memcpy(&known, given, std::min(given->size, sizeof known));
+    if (given != nullptr) {
+        // A size that ends inside an entry has only a part of its address.
+        const std::size_t whole = given->size - given->size % sizeof given->OMget_num_paths;
+        std::memcpy(&known, given, std::min(whole, sizeof known));
+    }
     services() = known;
 
     plx::platform::HostRuntime& table = plx::platform::host_runtime();

@@ -1,5 +1,7 @@
 #include "plxutils/c/VXFileReader.h"
 
+#include <climits>
+
 #include "core/c_boundary.h"
 #include "plxutils/core/VXFileReader.h"
 
@@ -15,6 +17,10 @@ int on_reader(VXFileReaderHandle* handle, int failed, Work work) {
     if (handle == nullptr) return failed;
     return guarded(failed, [&] { return work(*reader_of(handle)); });
 }
+
+/// A word index of which the class prints nothing: it complains of negative ones, and past the last word
+/// there is no word either.
+int silent(int i) { return i < 0 ? INT_MAX : i; }
 
 }  // namespace
 
@@ -52,7 +58,7 @@ int VXFileReader_CurrentLine(VXFileReaderHandle* reader, char* dst, int len) {
 }
 
 int VXFileReader_GetWord(VXFileReaderHandle* reader, int i, char* dst, int len) {
-    return on_reader(reader, 0, [=](VXFileReader& r) { return copy_text(r.GetWord(i), dst, len); });
+    return on_reader(reader, 0, [=](VXFileReader& r) { return copy_text(r.GetWord(silent(i)), dst, len); });
 }
 
 int VXFileReader_FindWord(VXFileReaderHandle* reader, const char* w, int caseSensitive) {
@@ -62,19 +68,19 @@ int VXFileReader_FindWord(VXFileReaderHandle* reader, const char* w, int caseSen
 
 int VXFileReader_WordToInt(VXFileReaderHandle* reader, int i, int* v) {
     if (v == nullptr) return 0;
-    return on_reader(reader, 0, [=](VXFileReader& r) { return minus_one_if(r.WordToInt(i, *v)); });
+    return on_reader(reader, 0, [=](VXFileReader& r) { return minus_one_if(r.WordToInt(silent(i), *v)); });
 }
 
 int VXFileReader_WordToDouble(VXFileReaderHandle* reader, int i, double* v) {
     if (v == nullptr) return 0;
-    return on_reader(reader, 0, [=](VXFileReader& r) { return minus_one_if(r.WordToDouble(i, *v)); });
+    return on_reader(reader, 0, [=](VXFileReader& r) { return minus_one_if(r.WordToDouble(silent(i), *v)); });
 }
 
 int VXFileReader_WordToChemValue(VXFileReaderHandle* reader, int i, double* v) {
     if (v == nullptr) return 0;
     return on_reader(reader, 0, [=](VXFileReader& r) {
         int flag = 0;
-        return minus_one_if(r.WordToChemValue(i, 0.1, -1.0e8, *v, flag));
+        return minus_one_if(r.WordToChemValue(silent(i), 0.1, -1.0e8, *v, flag));
     });
 }
 

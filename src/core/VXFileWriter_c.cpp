@@ -49,6 +49,10 @@ int VXFileWriter_Close(VXFileWriterHandle* writer) {
     return on_writer(writer, [](VXOutputFile& stream) { return minus_one_if(stream.Close()); });
 }
 
+int VXFileWriter_Failed(VXFileWriterHandle* writer) {
+    return on_writer(writer, [](VXOutputFile& stream) { return minus_one_if(stream.Failed()); });
+}
+
 int VXFileWriter_Filename(VXFileWriterHandle* writer, char* dst, int len) {
     return on_writer(writer, [=](VXOutputFile& stream) { return copy_text(stream.Filename(), dst, len); });
 }

@@ -36,6 +36,18 @@ std::vector<std::string> split_paths(std::string_view xp_path) {
     return paths;
 }
 
+/// A flag that is set for as long as this lives.
+class Raised {
+public:
+    explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Raised() { flag_ = false; }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+
+private:
+    bool& flag_;
+};
+
 std::string find_root() {
     if (platform::names_are_native()) {
         const std::string line = platform::command_line();
@@ -68,7 +80,8 @@ const std::string& installation_root() {
     return root;
 }
 
-std::vector<std::string> host_paths(const platform::HostRuntime& host, std::string_view xp_path) {
+// By value: a host may exchange its services while it is asked.
+std::vector<std::string> host_paths(platform::HostRuntime host, std::string_view xp_path) {
     std::vector<std::string> paths;
     if (host.OMget_num_paths && host.OMget_path_index) {
         for (int left = host.OMget_num_paths(); left > 0 && paths.size() < kMaxPaths; --left) {
@@ -88,9 +101,16 @@ std::string host_path(const std::vector<std::string>& paths, std::size_t digit) 
 }
 
 std::string host_path(std::size_t digit) {
-    static const auto& paths =
-        *new std::vector<std::string>(host_paths(platform::host_runtime(), platform::environment("XP_PATH")));
-    return host_path(paths, digit);
+    static const std::vector<std::string>* paths = nullptr;  // never released, like the root
+    static bool collecting = false;
+    if (paths == nullptr) {
+        // A host may use such a name itself while it is asked for its paths.
+        if (collecting) return "";
+        const Raised raised(collecting);
+        paths = new std::vector<std::string>(
+            host_paths(platform::host_runtime(), platform::environment("XP_PATH")));
+    }
+    return host_path(*paths, digit);
 }
 
 }  // namespace plx

@@ -20,10 +20,11 @@ const std::string& installation_root();
 
 /// The host's search paths, last one first: those of the runtime, else the non-empty elements of an XP_PATH
 /// value, which ";" separates.
-std::vector<std::string> host_paths(const platform::HostRuntime& host, std::string_view xp_path);
+std::vector<std::string> host_paths(platform::HostRuntime host, std::string_view xp_path);
 
 /// The entry that "$XP_PATH<digit>" stands for: the first one when there are not that many, empty when there
-/// are none. Taken from the paths of this process, which are collected once.
+/// are none. Taken from the paths of this process, which are collected once; while the host is asked for them
+/// there are none.
 std::string host_path(std::size_t digit);
 /// The same for a list of paths.
 std::string host_path(const std::vector<std::string>& paths, std::size_t digit);

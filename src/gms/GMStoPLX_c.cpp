@@ -33,10 +33,10 @@ Running* find_running(const GMStoPLX* object) {
 }
 
 /// Does `work` on an object, if there is one, and gives it back. What can be said of a failure was said
-/// through the error hook.
+/// through the error hook. An object that is at work is left alone: it reads its options all the time.
 template <class Work>
 GMStoPLX* on_object(GMStoPLX* object, Work work) {
-    if (object != nullptr) guarded([&] { work(*object); });
+    if (object != nullptr && find_running(object) == nullptr) guarded([&] { work(*object); });
     return object;
 }
 

@@ -79,6 +79,7 @@ static void test_null_handles(void) {
 static void test_null_georef(void) {
     double x = 7, **maps = NULL;
     char name[] = "a.tif";
+    check(GeoRef_new(10000001) == NULL, "too many points");
     check(GeoRef_delete(NULL) == 0 && GeoRef_process_type(NULL, 4) == 0, "GeoRef of null");
     check(GeoRef_set_gcp_values(NULL, 0, 1, 2, 3, 4) == 0, "set_gcp_values of null");
     check(GeoRef_project_point(NULL, 1, 2, &x, &x) == 0, "project_point of null");
@@ -157,7 +158,9 @@ static void first_status(const char* text) {
     GMS_SetStatusFunc(last_status);
     check(GMStoPLX_parse_project(at_work) == at_work, "a project inside a project");
     GMStoPLX_delete(at_work);
-    GMStoPLX_Compress(at_work, 0);
+    GMStoPLX_Set_Destination(GMStoPLX_Set_Project(at_work, NULL), "nowhere");
+    GMStoPLX_Object_Types(at_work, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+    check(errors == 1, "options inside a project");
 }
 
 /* A hook that replaces itself, whose successor switches itself off, and that ends the object's life. */

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Drives the flat functions of the shared library given as argument, as a script would."""
 import ctypes
+import os
 import pathlib
 import sys
 import tempfile
@@ -27,7 +28,7 @@ def load(path):
             ("PLX_report_number", ctypes.c_longlong, [handle, flag])]:
         function = getattr(library, name)
         function.restype, function.argtypes = result, types
-    library.GMStoPLX_new.restype = handle
+    library.GMStoPLX_new.restype = library.VXFileReader_new.restype = handle
     library.GMStoPLX_delete.argtypes = [handle]
     library.GMStoPLX_delete.restype = None
     for name, types in arguments.items():
@@ -68,6 +69,41 @@ def read_world_file(library, folder):
     points = [tuple(maps[i][:4]) for i in range(count)]
     assert library.GeoRef_free_gcp_mappings(ctypes.byref(maps), count) == 1 and not maps
     return points
+
+
+def printed(work):
+    """What `work` makes the library print, as C's stdio writes it."""
+    flush, output = ctypes.CDLL(None).fflush, os.dup(1)
+    flush(None)
+    with tempfile.TemporaryFile() as file:
+        os.dup2(file.fileno(), 1)
+        try:
+            work()
+            flush(None)
+        finally:
+            os.dup2(output, 1)
+            os.close(output)
+        file.seek(0)
+        return file.read()
+
+
+def ask_before_the_first_word(library, reader):
+    """There is no such word, and a reader says so by its results only."""
+    text, value, number = ctypes.create_string_buffer(b"abc"), ctypes.c_double(7), ctypes.c_int(7)
+    assert library.VXFileReader_GetWord(reader, -1, text, 4) == 0 and text.value == b""
+    assert library.VXFileReader_WordToInt(reader, -1, ctypes.byref(number)) == 0 and number.value == 7
+    assert library.VXFileReader_WordToDouble(reader, -2, ctypes.byref(value)) == 0 and value.value == 7
+    assert library.VXFileReader_WordToChemValue(reader, -1, ctypes.byref(value)) == 0 and value.value == -1.0e9
+
+
+def read_lines(library, path):
+    """Reads a line and asks for words that are not there."""
+    reader = ctypes.c_void_p(library.VXFileReader_new())
+    assert library.VXFileReader_Open(reader, bytes(path)) == -1
+    assert library.VXFileReader_ReadLine(reader, b" ", 1, 1, 0) == 2
+    shown = printed(lambda: ask_before_the_first_word(library, reader))
+    assert shown == b"", shown
+    library.VXFileReader_delete(reader)
 
 
 def texts(library, report, which):
@@ -122,6 +158,7 @@ def main():
         surface = next(path for path in (folder / "TINS").iterdir() if path.name.lower() == "hill_depth.gmf")
         corners = [(0, 0, 1000, 5000), (99, -49, 1198, 4902), (0, -49, 1000, 4902)]
         assert read_world_file(library, folder) == corners
+        read_lines(library, project)
         convert_model(library, sys.argv[2].encode(), folder)
         assert surface.read_bytes().splitlines()[2] == b"0.000000 0.000000 1.500000"
 

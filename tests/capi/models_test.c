@@ -63,7 +63,7 @@ static void test_reports(const char* model) {
     PLX_report_delete(NULL);
 }
 
-static const int no_outputs[11] = {0}, flows_missing[11] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0};
+static const int flows_missing[11] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0};
 static const double reversed[4] = {5, 0, 1, 1}, unknown[4] = {0, 0, NAN, 1}, share[1] = {1.5};
 
 /* Arguments that cannot be used: an error each, and nothing is written. */
@@ -104,7 +104,10 @@ static void test_refusals(const char* model) {
 /* An error that is told through the hook only comes into the report, and the host hears it as before. */
 static void test_errors(const char* model) {
     const double nowhere[4] = {-9, -9, -8, -8};
-    int outputs[11] = {0}, calls = 0;
+    const char* const warnings[] = {"no porosity is known; 0.0 was written",
+                                    "no active cell lies in the extents"};
+    char text[64] = "";
+    int outputs[11] = {0}, calls = 0, i;
     PLX_ConversionReport* report;
     outputs[5] = 1;
     GMS_SetErrorFunc(count_error);
@@ -113,11 +116,28 @@ static void test_errors(const char* model) {
     check(PLX_report_count(report, PLX_REPORT_ERRORS) > 0 && errors_heard > 0, "folders that cannot be made");
     PLX_report_delete(report);
     GMS_SetErrorFunc(NULL);
-    remove_results(convert(model, no_outputs, nowhere, &calls));
+    outputs[5] = 0;
+    outputs[7] = 1;
+    report = convert(model, outputs, nowhere, &calls);
+    for (i = 0; i < 2; ++i) {
+        PLX_report_text(report, PLX_REPORT_WARNINGS, i, text, sizeof text);
+        check(strcmp(text, warnings[i]) == 0, warnings[i]);
+    }
+    check(PLX_report_count(report, PLX_REPORT_ERRORS) == 0, "nothing is incomplete");
+    remove_results(report);
 }
 
-static int two_paths(void) { return 2; }
-static const char* path_of(int index) { return index == 0 ? NULL : "C:/Host"; }
+/* A host that names a file while it is asked for its paths, and takes its services away meanwhile. */
+static int two_paths(void) {
+    char name[1024] = "$XP_PATH<1>/y";
+    FixFilenameString(name);
+    check(strcmp(name, "\\y") == 0, name);
+    return 2;
+}
+static const char* path_of(int index) {
+    PLX_set_host_services(NULL);
+    return index == 0 ? NULL : "C:/Host";
+}
 
 static void test_host_services(void) {
     char name[1024] = "$XP_PATH<2>/x";

@@ -6,8 +6,9 @@
  * switches the hook off; both may happen at any time, also from inside a hook, and count from the next call
  * on. The slots are shared by the whole process and are not guarded against other threads. A registered
  * function has to stay callable until it is replaced or switched off. Texts arrive as their authors wrote
- * them, with or without a line end, and are gone when the function returns. What a hook throws ends there:
- * the work goes on, and a prompt counts as answered with 0.0. */
+ * them, with or without a line end, and are gone when the function returns. A C++ exception of the
+ * library's own runtime that a hook throws ends there: the work goes on, and a prompt counts as answered with
+ * 0.0. Exceptions of another compiler's runtime, longjmp and ending the thread must not leave a hook. */
 
 #ifdef __cplusplus
 extern "C" {
@@ -29,7 +30,8 @@ PLX_EXPORT void GMS_SetStartProgressFunc(GMS_StartProgressFunc function);
 /* Who is told how far that work has come. */
 PLX_EXPORT void GMS_SetProgressFunc(GMS_ProgressFunc function);
 
-/* Asks the host for a number; 0.0 when nobody is registered. */
+/* Asks the host for a number; 0.0 when nobody is registered. A text handed to this function or the next two
+ * reaches the hook as it is, null included. */
 PLX_EXPORT double GMS_PromptValue(const char* question);
 /* Hands a text to the error function. */
 PLX_EXPORT void GMS_DoError(const char* message);

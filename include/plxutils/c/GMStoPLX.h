@@ -7,7 +7,8 @@
  * Order of calls: GMStoPLX_new; the hooks of GMSCallbacks.h; GMStoPLX_Set_Project; GMStoPLX_Set_Destination;
  * options; GMStoPLX_parse_project; GMStoPLX_delete. Every function but new and delete returns the object it
  * was given, so that calls can be chained; none tells whether it succeeded: what went wrong comes through the
- * error hook. A null object is returned as null and nothing happens. Nothing throws. */
+ * error hook. A null object is returned as null and nothing happens. From inside a hook, on the object that
+ * is at work, all of them but GMStoPLX_delete do nothing. Nothing throws. */
 
 #ifdef __cplusplus
 class GMStoPLX;
@@ -45,8 +46,7 @@ PLX_EXPORT GMStoPLX* GMStoPLX_Lenient_Datasets(GMStoPLX* object, int on);
 /* When `enable` is not 0, objects get the values of the time step nearest to `time` (in the dataset's own
  * time unit); otherwise those of the first one in the file. */
 PLX_EXPORT GMStoPLX* GMStoPLX_Choose_Time(GMStoPLX* object, int enable, double time);
-/* Reads the project and writes the files. A second call reads again and appends to what was read before. A
- * call from inside a hook, on the object that is at work, does nothing. */
+/* Reads the project and writes the files. A second call reads again and appends to what was read before. */
 PLX_EXPORT GMStoPLX* GMStoPLX_parse_project(GMStoPLX* object);
 
 #ifdef __cplusplus

@@ -22,7 +22,7 @@ typedef struct GeoRef GeoRef;
 #endif
 
 /* n control points, all coordinates 0; a negative n counts as 0. The caller releases it with GeoRef_delete.
- * Null when there is no memory. */
+ * Null when there is no memory and for more than 10 million points. */
 PLX_EXPORT GeoRef* GeoRef_new(int n);
 /* Releases the object; null is ignored (result 0). */
 PLX_EXPORT int GeoRef_delete(GeoRef* object);

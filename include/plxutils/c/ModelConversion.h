@@ -12,21 +12,29 @@
 extern "C" {
 #endif
 
+/* In C++, too, any int may be handed in for one of these. */
+#ifdef __cplusplus
+#define PLX_ENUM_TYPE : int
+#else
+#define PLX_ENUM_TYPE
+#endif
+
 typedef struct PLX_ConversionReport PLX_ConversionReport;
 
 /* Called after each field file with the number written and the number expected, those of transport and those
- * of flow counting by themselves, and with the caller's pointer. */
+ * of flow counting by themselves, and with the caller's pointer. Flow steps whose time is not known are
+ * expected, too, and get no file: the number written may stay below the other. */
 typedef void (*PLX_StepFunc)(int done, int total, void* user);
 
 /* What PLX_report_count and PLX_report_text tell of. */
-typedef enum PLX_ReportTexts {
+typedef enum PLX_ReportTexts PLX_ENUM_TYPE {
     PLX_REPORT_ERRORS = 0,   /* faults that left the result incomplete, each a line without an end */
     PLX_REPORT_WARNINGS = 1, /* what a person should know although everything asked for was written */
     PLX_REPORT_FILES = 2     /* the files written, as names that the system's own calls open */
 } PLX_ReportTexts;
 
 /* What PLX_report_number tells. */
-typedef enum PLX_ReportNumber {
+typedef enum PLX_ReportNumber PLX_ENUM_TYPE {
     PLX_REPORT_NODES = 0,
     PLX_REPORT_CELLS = 1,           /* active cells */
     PLX_REPORT_STEPS = 2,           /* flow time steps whose field file was written */
@@ -43,12 +51,13 @@ typedef enum PLX_ReportNumber {
  *   tells.
  * @param outputs  eleven flags, in this order: elevation, geologic layer, heads on nodes, flows, top and
  *   bottom of cells, material, porosity, heads on cells, boundary flows (only with flows), transport. One
- *   that is set and that the model does not have is an error, the others being written. Null: all that the
- *   model has, and porosity only when it is given.
+ *   that is set and that the model does not have is an error, the others being written; porosity that
+ *   neither the model nor the call has is a warning, and 0.0 is written. Null: all that the model has, and
+ *   porosity only when it is given.
  * @param porosity  porosity_count fractions from 0 to 1, one for each layer from the top; the last one serves
- *   the layers that are left. Null or 0 of them: none.
+ *   the layers that are left. Null, or 0 or less of them: none.
  * @param extents  xmin, ymin, xmax, ymax; only cells whose centre lies in that rectangle, edges included, are
- *   written. Null: all cells.
+ *   written; no cell there is a warning. Null: all cells.
  * @param compress  not 0 writes gzip field files (.pfz).
  * @param rules  "modflow" or null reads the files as the modelling programs themselves do, "prescribed" as
  *   PLX has always done.

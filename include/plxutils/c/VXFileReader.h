@@ -6,8 +6,8 @@
  *
  * Order of calls: VXFileReader_new; VXFileReader_Open; VXFileReader_ReadLine for each line, and after it the
  * words; VXFileReader_Close; VXFileReader_delete. A reader can open one file after another. Booleans are -1
- * for true and 0 for false. Words count from 0. A null text counts as an empty one. Nothing prints, except
- * "[%d] index out of bounds." to standard output for a negative word index, and nothing throws.
+ * for true and 0 for false. Words count from 0. There is no word at a negative index. A null text counts
+ * as an empty one. Nothing prints and nothing throws.
  *
  * Functions that give a text write it to dst, a buffer of len bytes, in the manner of strncpy: the rest of
  * the buffer is filled with zeros, and a text of len bytes or more fills it without a NUL. They return -1, or
@@ -24,7 +24,8 @@ typedef struct VXFileReaderHandle VXFileReaderHandle;
 PLX_EXPORT VXFileReaderHandle* VXFileReader_new(void);
 /* Closes and releases the reader; null is ignored. */
 PLX_EXPORT void VXFileReader_delete(VXFileReaderHandle* reader);
-/* Opens a file at its first line, closing the one before. -1 when it is open, else 0. */
+/* Opens a file at its first line, closing the one before. -1 when it is open, else 0. A name without a folder
+ * is not found: give an absolute one, or ./name. */
 PLX_EXPORT int VXFileReader_Open(VXFileReaderHandle* reader, const char* name);
 /* -1 when a file was open, 0 otherwise. */
 PLX_EXPORT int VXFileReader_Close(VXFileReaderHandle* reader);
@@ -59,7 +60,7 @@ PLX_EXPORT int VXFileReader_WordToChemValue(VXFileReaderHandle* reader, int i, d
 /* Lines read since the file was opened, skipped ones and the read that found the end included; 0 for a null
  * reader. */
 PLX_EXPORT int VXFileReader_CurrentLineNumber(VXFileReaderHandle* reader);
-/* Full path of the file in the library's stored form. */
+/* Name of the file in the library's stored form; a relative name stays relative. */
 PLX_EXPORT int VXFileReader_Filename(VXFileReaderHandle* reader, char* dst, int len);
 /* -1 when the end was found, when nothing is open and for a null reader; 0 otherwise. */
 PLX_EXPORT int VXFileReader_isEOF(VXFileReaderHandle* reader);

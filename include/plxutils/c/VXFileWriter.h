@@ -7,7 +7,8 @@
  * Order of calls: VXFileWriter_new; one of the three Open functions; VXFileWriter_Write and
  * VXFileWriter_WriteLine; VXFileWriter_Close; VXFileWriter_delete. A writer can write one file after another.
  * Booleans are -1 for true and 0 for false; every function gives 0 for a null writer. A null text counts as
- * an empty one. Nothing prints and nothing throws. */
+ * an empty one. Nothing prints and nothing throws. A name without a folder is not found: give an absolute
+ * one, or ./name. */
 
 #ifdef __cplusplus
 extern "C" {
@@ -25,10 +26,14 @@ PLX_EXPORT int VXFileWriter_Open(VXFileWriterHandle* writer, const char* name);
 PLX_EXPORT int VXFileWriter_OpenForAppend(VXFileWriterHandle* writer, const char* name);
 /* Creates or empties a gzip file, whatever its name. -1 when it is open, else 0. */
 PLX_EXPORT int VXFileWriter_OpenCompressed(VXFileWriterHandle* writer, const char* name);
-/* Completes the file. -1 when one was open, 0 otherwise. */
+/* Completes the file. -1 when one was open, 0 otherwise; whether all of it was written tells
+ * VXFileWriter_Failed. */
 PLX_EXPORT int VXFileWriter_Close(VXFileWriterHandle* writer);
-/* Full path of the file in the library's stored form, by the rule for texts of VXFileReader.h: -1, or 0 with
- * an empty buffer when there is none. */
+/* -1 when something could not be written since the file was opened, 0 otherwise. Output is buffered, so that
+ * a full disk may show only after VXFileWriter_Close. */
+PLX_EXPORT int VXFileWriter_Failed(VXFileWriterHandle* writer);
+/* Name of the file in the library's stored form, a relative name staying relative, by the rule for texts of
+ * VXFileReader.h: -1, or 0 with an empty buffer when there is none. */
 PLX_EXPORT int VXFileWriter_Filename(VXFileWriterHandle* writer, char* dst, int len);
 /* Writes the text with CR LF for every LF. Returns the bytes written, before compression; 0 when nothing is
  * open. */

@@ -29,8 +29,9 @@ struct ConversionRequest {
 };
 
 /// Completes factory.report after a conversion: the errors that were heard besides those of the report,
-/// outputs that were named and are not there, a conversion without field files, and a warning of porosities
-/// that do not fit the layers, whose number is known only now.
+/// outputs that were named and are not there, a conversion without field files, and warnings of porosities
+/// that do not fit the layers, of a porosity that was named and is known to nobody, and of extents without a
+/// cell: the layers and the cells are known only now.
 PLX_EXPORT void finish_report(ConverterFactory& factory, const ErrorTexts& heard,
                               const ConversionRequest& request);
 
