@@ -70,6 +70,9 @@ TEST(Porosity, PackageIsReadByItsOwnLayout) {
         {"       101\n99999999\n", {}, "a count in a layer's porosity that the file cannot hold"},
         {"       103        0.\n.1 x .2\n", {}, "\"x\" in a layer's porosity is not a number"},
         {"       100        0.(3A4)\n", {}, "\"(3A4)\" of a layer's porosity is no known format"},
+        {"       103        0.\n.1 .2\n", {}, "3 values expected for a layer's porosity, 2 found"},
+        {"       102        0.(3I2)\n2\n.1\n", {}, "values expected for"},
+        {"       101\n1\n1 1 1\n", {}, "values expected for a layer's porosity"},
         {"        45        0.\n", {}, "array form 45 of a layer's porosity is not read"},
         {"", {}, "the file ends before a layer's porosity"}};
     for (const auto& [arrays, values, error] : cases) {

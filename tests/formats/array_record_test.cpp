@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
 
 #include "support/capture_stdout.h"
@@ -134,6 +135,7 @@ Hdf5Handle made_arrays(const test::TempFolder& folder) {
         test::Hdf5Writer out(path);
         out.ints("Arrays/four", {4}, {1, 0, -1, 2});
         out.doubles("Arrays/six", {3, 2}, {1, 2, 3, 4, 5, 6});
+        out.doubles("Arrays/odd", {4}, {1, std::nan(""), 3, HUGE_VAL});
     }
     return open_hdf5_file(path.c_str());
 }
@@ -165,6 +167,10 @@ TEST(ArrayRecord, Hdf5RecordsOfGmsModels) {
             EXPECT_EQ(result.rest, "next");
         }
     }
+    const Read odd = read("HDF5 2 -1 'a b.h5' Arrays/odd\n", model, false, file.id());
+    EXPECT_EQ(test::text_of(odd.values), "2 0 6 0");
+    ASSERT_EQ(odd.problems.size(), 1u);
+    EXPECT_NE(odd.problems[0].find("value 2 of Arrays/odd is not a number, 0 is used"), std::string::npos);
     EXPECT_NE(read("HDF5 1 -1 x.h5 a\n", {}).problems.at(0).find("belong to GMS models"), std::string::npos);
 }
 

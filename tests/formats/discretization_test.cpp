@@ -99,6 +99,10 @@ TEST(Discretization, FaultsAreNamed) {
     EXPECT_EQ(missing.problems, Problems{"site.dis: line 6: no open file at unit 33 (TOP)"});
     EXPECT_EQ(text_of(*missing.grid.top) + ", " + text_of(*missing.grid.bottoms[0]), "0 0, -5 -5");
     EXPECT_EQ(missing.grid.periods.total_steps(), 4);
+    const Read negative = read("2 2 3 -1 4 2\n0 0\n" + kWidths + kSurfaces + kPeriods);
+    ASSERT_EQ(negative.problems.size(), 1u);
+    EXPECT_TRUE(negative.problems[0].ends_with(": -1 stress periods"));
+    EXPECT_EQ(negative.grid.periods.total_steps(), 0);
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstring>
-
 #include "formats/budget_records.h"
 #include "formats/concentration_records.h"
 #include "formats/layer_records.h"
@@ -32,93 +29,97 @@ protected:
         ASSERT_EQ(std::fwrite(bytes.data(), 1, bytes.size(), file.get()), bytes.size());
         end += static_cast<std::int64_t>(bytes.size());
     }
-    /// Values that are all 0, after their header; with record markers in the parts that compilers write.
-    void put_zeros(std::int64_t bytes, bool markers) {
-        if (!markers) end += bytes;
-        for (std::int64_t left = bytes; markers && left > 0;) {
-            const auto part = static_cast<std::int32_t>(std::min<std::int64_t>(left, 2'147'483'639));
-            const auto marker = [](std::int32_t v) { return std::string(reinterpret_cast<char*>(&v), 4); };
-            put(marker(left > part ? -part : part));
-            end += part;
-            put(marker(left < bytes ? -part : part));
-            left -= part;
-        }
+    /// Values that are all 0, after their header.
+    void put_zeros(bool markers) {
+        const auto length = static_cast<std::int32_t>(kLayerBytes);
+        const std::string marker(reinterpret_cast<const char*>(&length), markers ? sizeof length : 0);
+        put(marker);
+        end += kLayerBytes;
+        put(marker);
     }
-    const int rows = GetParam(), columns = 1 << 15;
-    const std::int64_t layer_bytes = std::int64_t{rows} * columns * 4;
+    static constexpr int kRows = 9000, kColumns = 10'000;
+    static constexpr std::int64_t kLayerBytes = std::int64_t{kRows} * kColumns * 4;
+    const int layers = GetParam();
     TempFolder folder;
     OpenFile file{nullptr, std::fclose};
     std::int64_t end = 0;
 };
 
-// Layers of just under and just over 2 and 4 GiB.
-INSTANTIATE_TEST_SUITE_P(Rows, FarOffsets,
-                         testing::Values((1 << 14) - 1, 1 << 14, (1 << 15) - 1, (1 << 15) + 1));
+// Each layer has 360 MB, so that these end below and above 2 and 4 GiB.
+INSTANTIATE_TEST_SUITE_P(Layers, FarOffsets, testing::Values(5, 6, 11, 12));
 
 }  // namespace
 
 TEST_P(FarOffsets, HeadsBehindThemAreFound) {
     for (const bool markers : {false, true}) {
         SCOPED_TRACE(markers);
-        ResultWriter head({markers}), last({markers});
-        head.layer({.step = 1, .rows = rows, .columns = columns}, 1, {});
-        last.layer({.step = 2, .time = 7.5, .rows = 1, .columns = 2}, 1, {5, 6});
         end = 0;
-        put(head.bytes());
-        put_zeros(layer_bytes, markers);
-        const std::int64_t second = end;
-        put(last.bytes());
+        for (int layer = 1; layer <= layers; ++layer) {
+            ResultWriter writer({markers});
+            writer.layer({.rows = kRows, .columns = kColumns}, layer, {});
+            put(writer.bytes());
+            put_zeros(markers);
+        }
+        const std::int64_t last = end;
+        ResultWriter writer({markers});
+        writer.layer({.step = 2, .time = 7.5, .rows = 1, .columns = 2}, 1, {5, 6});
+        put(writer.bytes());
         RecordFile in(file.get(), "far.hds");
         in.set_layout({markers, 4});
         LayerRecord record;
         bool cut = false;
-        double values[2] = {};
-        ASSERT_TRUE(next_head_record(in, record, cut) && next_head_record(in, record, cut));
-        EXPECT_EQ(record.position, second);
+        for (int i = 0; i <= layers; ++i) ASSERT_TRUE(next_head_record(in, record, cut)) << i;
+        EXPECT_EQ(record.position, last);
         EXPECT_EQ(record.header.total_time, 7.5);
         EXPECT_FALSE(next_head_record(in, record, cut) || cut);
+        double values[2] = {};
         ASSERT_TRUE(in.seek(record.values) && in.read_reals(values, 2));
         EXPECT_EQ(values[1], 6.0);
-        // Cut within the values it is noticed, and nothing is read for it.
-        std::filesystem::resize_file(folder.path() / "far", static_cast<std::uintmax_t>(layer_bytes));
+        std::filesystem::resize_file(folder.path() / "far", static_cast<std::uintmax_t>(last - 9));
+        ASSERT_TRUE(platform::seek(file.get(), 0, SEEK_SET));
         RecordFile shorter(file.get(), "far.hds");
         shorter.set_layout({markers, 4});
+        for (int i = 1; i < layers; ++i) ASSERT_TRUE(next_head_record(shorter, record, cut)) << i;
         EXPECT_FALSE(next_head_record(shorter, record, cut));
         EXPECT_TRUE(cut);
     }
 }
 
 TEST_P(FarOffsets, FlowsBehindThemAreFound) {
-    ResultWriter storage, wells;
-    storage.array({.layers = 1, .rows = rows, .columns = columns}, "STORAGE", {});
-    wells.list({.step = 2, .layers = 1, .rows = rows, .columns = columns}, "WELLS", {{3, {-4}}});
-    put(storage.bytes());
-    put_zeros(layer_bytes, false);
-    const std::int64_t second = end;
-    put(wells.bytes());
+    const ResultStamp at{.layers = 1, .rows = kRows, .columns = kColumns};
+    for (int i = 0; i < layers; ++i) {
+        ResultWriter writer;
+        writer.array(at, "STORAGE", {});
+        put(writer.bytes());
+        put_zeros(false);
+    }
+    const std::int64_t last = end;
+    ResultWriter writer;
+    writer.list(at, "WELLS", {{3, {-4}}});
+    put(writer.bytes());
     RecordFile in(file.get(), "far.cbb");
-    const GridSize grid{1, rows, columns};
+    const GridSize grid{1, kRows, kColumns};
     BudgetRecord record;
-    ASSERT_EQ(next_budget_record(in, grid, record), BudgetNext::kRecord);
-    ASSERT_EQ(next_budget_record(in, grid, record), BudgetNext::kRecord);
-    EXPECT_EQ(record.position, second);
-    EXPECT_EQ(next_budget_record(in, grid, record), BudgetNext::kEnd);
+    for (int i = 0; i <= layers; ++i)
+        ASSERT_EQ(next_budget_record(in, grid, record), BudgetNext::kRecord) << i;
+    EXPECT_EQ(record.position, last);
     std::vector<BudgetEntry> entries;
     ASSERT_TRUE(read_budget_list(in, record, entries));
+    EXPECT_EQ(next_budget_record(in, grid, record), BudgetNext::kEnd);
     EXPECT_EQ(entries.at(0).flow, -4.0);
 }
 
 TEST_P(FarOffsets, ConcentrationsAndTextBehindThemAreFound) {
-    for (const int layer : {1, 2, 1}) {
+    for (int layer = 0; layer <= layers; ++layer) {
         ResultWriter writer;
-        writer.layer({.rows = rows, .columns = columns}, layer, {}, "CONCENTRATION", 1);
+        writer.layer({.rows = kRows, .columns = kColumns}, layer % layers + 1, {}, "CONCENTRATION", 1);
         put(writer.bytes());
-        put_zeros(layer_bytes, false);
+        put_zeros(false);
     }
     RecordFile in(file.get(), "far.ucn");
     std::int64_t time_bytes = 0;
-    EXPECT_EQ(check_first_concentrations(in, {2, rows, columns}, false, time_bytes), "");
-    EXPECT_EQ(time_bytes, 2 * (kConcentrationHeader + layer_bytes));
+    EXPECT_EQ(check_first_concentrations(in, {layers, kRows, kColumns}, false, time_bytes), "");
+    EXPECT_EQ(time_bytes, layers * (kConcentrationHeader + kLayerBytes));
 
     put("CONSTANT 5\nlast");
     ASSERT_TRUE(platform::seek(file.get(), end - 15, SEEK_SET));

@@ -33,6 +33,8 @@ TEST(FortranFormat, RowsByColumnsOrAsLists) {
         {"(I2,2(I1,I2))", " 112345678\n1 23 4\n", 7, 7, "1 1 23 4 56 1 2 L"},
         {"(2F3.0)", "1 23 4 9 \n 5\n", 2, 4, "12 34 5 0 L E"},
         {"(bn, 1p, 2es10.3e2)", " 1.000E+00 2.000E+00\n", 2, 2, "1 2"},
+        {"(SP,F4.0,SS,-1PEN5.1:G8.2E2)", "+12. +2.5-3.0E+01\n", 3, 3, "12 25 -30 L"},
+        {"(2I3,X,S,I1.1)", " -1 +2 3 rest\n", 3, 3, "-1 2 3"},
         {"list", "1\n\n2 3\n4 5 6\n", 3, 6, "1 2 3 4 5 6 E"},
         {"list", "1 2 3 4\n5 6\n", 2, 4, "1 2 5 6 L"},
         {"list", "2*1.5 2*\n7 999999999999*8\n", 4, 8, "1.5 1.5 0 0 7 8 8 8 L"},
@@ -47,9 +49,12 @@ TEST(FortranFormat, RowsByColumnsOrAsLists) {
 }
 
 TEST(FortranFormat, RefusesWhatItDoesNotKnow) {
-    for (const char* text :
-         {"", "()", "(", "(5X)", "(A10)", "(10F8.2", "(10F8.2)x", "(F)", "(T5,I2)", "(0I2)", "(I3,(X))",
-          "(99999999I1)", "(-5I2)", "10F8.2", "(2(3(X)))", "(999(999(I1,X)))"}) {
+    for (const char* text : {"",        "()",       "(",          "(5X)",
+                             "(A10)",   "(10F8.2",  "(10F8.2)x",  "(F)",
+                             "(T5,I2)", "(0I2)",    "(I3,(X))",   "(99999999I1)",
+                             "(-5I2)",  "10F8.2",   "(2(3(X)))",  "(999(999(I1,X)))",
+                             "(F5.X)",  "(E9.2EX)", "(100PF5.1)", "(3",
+                             "(BX,I2)"}) {
         EXPECT_FALSE(FortranFormat::parse(text).has_value()) << text;
     }
     EXPECT_FALSE(FortranFormat::parse("(" + std::string(5000, '(')).has_value());
