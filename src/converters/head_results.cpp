@@ -178,7 +178,7 @@ void load_plain(ModelState& model, std::int64_t position, const HeadMeaning& mea
         LayerHeader h;
         if (!read_head_header(*model.heads.file, h)) return;
         trace_header(h);
-        if (h.layer - 1 != k) std::printf("Layer check failed\n");
+        if (h.layer != k + 1) std::printf("Layer check failed\n");
         if (!load_layer(model, static_cast<std::size_t>(k), meaning)) return;
     }
 }
