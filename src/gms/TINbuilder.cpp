@@ -1,5 +1,9 @@
 #include "plxutils/gms/TINbuilder.h"
 
+#include <algorithm>
+#include <array>
+#include <string>
+
 #include "gms/callbacks.h"
 #include "gms/hdf5_objects.h"
 #include "gms/surface_files.h"
@@ -11,6 +15,20 @@ using namespace plx;
 constexpr const char* kSubfolder = "TINS";
 constexpr double kTinKey = 0.01;
 
+/// Hosts go by node numbers without looking: a triangle of a damaged file that names a node which is not
+/// there must not reach a field file. The others and the heights are kept.
+void leave_out_loose_triangles(GmsTin& tin) {
+    const auto nodes = tin.nodes.x.size();
+    const auto loose = std::erase_if(tin.triangles, [nodes](const std::array<int, 3>& corners) {
+        return std::any_of(corners.begin(), corners.end(),
+                           [nodes](int node) { return node < 0 || static_cast<std::size_t>(node) >= nodes; });
+    });
+    if (loose == 0) return;
+    GMS_ReportError(
+        "TINS : Write_File - TIN [%s]: %s of its triangles left out, they name nodes that it lacks\n",
+        tin.name.c_str(), std::to_string(loose).c_str());
+}
+
 void convert_group(GMStoPLX& owner) {
     constexpr const char* kSurfaceComplaint = "TIN : Write_File - Unable to open output file [%s]\n";
     GmsTin tin;
@@ -19,6 +37,7 @@ void convert_group(GMStoPLX& owner) {
         report_group_problem("TIN", owner.currentGroup, problem);
         return;
     }
+    leave_out_loose_triangles(tin);
     const auto columns = columns_of_group(owner, tin.nodes.x.size(), "TIN");
     const std::string folder = output_folder(owner, kSubfolder);
     const std::string title = "TIN_" + tin.name + "_";
@@ -50,9 +69,10 @@ std::vector<const GMSDataSet*> datasets_of(GMStoPLX& owner, const GmsTin& tin) {
     return datasets;
 }
 
-void convert_tin(GMStoPLX& owner, const GmsTin& tin, const std::vector<const GMSDataSet*>& datasets) {
+void convert_tin(GMStoPLX& owner, GmsTin& tin, const std::vector<const GMSDataSet*>& datasets) {
     constexpr const char* kComplaint = "TINS : Write_File - Unable to open output file [%s]\n";
     GMS_ReportStatus("Writing TIN Output files : \n");
+    leave_out_loose_triangles(tin);
     std::vector<DataColumn> columns;
     for (const GMSDataSet* dataset : datasets) {
         columns.push_back(column_of(owner, *dataset, tin.nodes.x.size()));

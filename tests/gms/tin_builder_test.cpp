@@ -87,6 +87,19 @@ TEST(TINbuilder, DamagedTinsAreReportedAndTheNextOneFollows) {
     }
 }
 
+TEST(TINbuilder, TrianglesOfNodesThatAreNotThereAreLeftOut) {
+    const SmallProject project;
+    const std::string triangles = "TRI 5\n1 2 3\n0 1 2\n1 2 4\n3 2 x\n3 2 1\nENDT\n";
+    project.folder.write("a.tin", "BEGT\nTNAM t\n" + kNodes + triangles);
+    project.folder.write("p.gpr", "TIN a.tin\n");
+    EXPECT_NE(project.convert("p.gpr", Only::kTin)
+                  .find("E:TINS : Write_File - TIN [t]: 3 of its triangles left out, they name nodes"),
+              std::string::npos);
+    const std::string field = project.output("tin_t_elevation.pff");
+    EXPECT_EQ(field.substr(field.find("CELL_SET_DEF")),
+              "CELL_SET_DEF 0 2 Tri \"TIN\" IN_FILE\nCELL_START\n0 1 2\n2 1 0\n");
+}
+
 TEST(TINbuilder, WhatCannotBeOpened) {
     const SmallProject project;
     const std::string out = project.stored("out");
