@@ -29,10 +29,12 @@ public:
     void end();
     /// True when the file was made.
     bool kept() const { return kept_; }
+    /// True when, until the end, not all of it could be written.
+    bool failed() const { return failed_; }
 
 private:
     int saved_ = -1;
-    bool kept_ = false;
+    bool kept_ = false, failed_ = false;
 };
 
 }  // namespace plx::tool

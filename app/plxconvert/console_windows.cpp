@@ -34,7 +34,7 @@ OutputDiversion::OutputDiversion(bool wanted, const std::string& path) {
 
 void OutputDiversion::end() {
     if (saved_ < 0) return;
-    std::fflush(stdout);
+    failed_ = std::fflush(stdout) != 0 || std::ferror(stdout) != 0;
     // A full disk under the log must not look like a fault of standard output.
     std::clearerr(stdout);
     _dup2(saved_, _fileno(stdout));

@@ -79,8 +79,9 @@ void add_info_command(CLI::App& app, Action& action) {
             const bool concentrations = gms == "datasets" && lower(file.extension().string()) == ".con";
             if (concentrations) return describe_result(file, options->json);
             if (!gms.empty()) return describe_gms(file, gms, options->json);
-            return is_binary(file) && !has_model_extension(file.string()) ? describe_result(file, options->json)
-                                                                 : describe_model(file, options->json);
+            return is_binary(file) && !has_model_extension(file.string())
+                       ? describe_result(file, options->json)
+                       : describe_model(file, options->json);
         };
     });
 }

@@ -179,16 +179,13 @@ Result write_field(FieldFile& file, const TargetMesh& mesh, const FieldHeader& h
     return result;
 }
 
-/// Where the file goes and, until it is complete, what there is of it: one that stood there survives a fault.
-struct Output {
-    std::filesystem::path file, part;
-};
-
-Output output_of(const Options& options, const std::filesystem::path& samples,
-                 const std::filesystem::path& project) {
-    const Output output = {output_file(options.output), output_file(options.output + ".part")};
+/// Where the file goes; an input that it would replace, or that has its name while it is written, is refused.
+std::filesystem::path output_of(const Options& options, const std::filesystem::path& samples,
+                                const std::filesystem::path& project) {
+    const std::filesystem::path output = output_file(options.output);
+    const std::filesystem::path part = output.parent_path() / ("~" + output.filename().string() + ".part");
     std::error_code fault;
-    for (const std::filesystem::path& path : {output.file, output.part}) {
+    for (const std::filesystem::path& path : {output, part}) {
         if (std::filesystem::equivalent(samples, path, fault)) {
             throw InputFault("-o would replace the samples");
         }
@@ -199,27 +196,16 @@ Output output_of(const Options& options, const std::filesystem::path& samples,
     return output;
 }
 
-/// Writes the whole file or, when that fails, nothing.
+/// Writes the whole file or, when that fails, nothing: one that stood there survives a fault.
 template <class Write>
-Result write_whole(const Output& output, bool compress, Write write) {
+Result write_whole(const std::filesystem::path& output, bool compress, Write write) {
     FieldFile field;
-    if (!field.open(output.part.string().c_str(), compress)) {
-        throw InputFault("'" + output.part.string() + "' cannot be opened for writing");
+    if (!field.open(output.string().c_str(), compress)) {
+        throw InputFault("'" + output.string() + "' cannot be opened for writing");
     }
-    std::error_code fault;
-    try {
-        const Result result = write(field);
-        if (!field.close()) {
-            throw InputFault(output.file.string() + ": not all of it could be written (is the disk full?)");
-        }
-        std::filesystem::rename(output.part, output.file, fault);
-        if (fault) throw InputFault("'" + output.file.string() + "' cannot be replaced: " + fault.message());
-        return result;
-    } catch (...) {
-        field.close();
-        std::filesystem::remove(output.part, fault);
-        throw;
-    }
+    const Result result = write(field);
+    if (!field.close()) throw InputFault(output.string() + ": " + field.fault());
+    return result;
 }
 
 /// Refuses places between which distances lose their meaning, before anything is written.
@@ -273,7 +259,7 @@ int interpolate(Options& options) {
     const auto start = std::chrono::steady_clock::now();
     const std::filesystem::path file = input_file(options.samples, "the file with samples");
     const std::filesystem::path project = options.onto.empty() ? "" : input_file(options.onto);
-    const Output output = output_of(options, file, project);
+    const std::filesystem::path output = output_of(options, file, project);
     ProgressBar bar(!options.quiet && error_stream_is_terminal());
     bar.say("reading " + file.filename().string());
     const SampleSet set = read_samples(file, options.column, options.chemistry);
@@ -295,7 +281,7 @@ int interpolate(Options& options) {
             print_warning("field files keep six decimals: give these small values in a smaller unit");
         }
         print_table(file.string(), set, *mesh, options.rules, estimator, result, seconds.count(),
-                    output.file.string());
+                    output.string());
     }
     return kDone;
 }

@@ -4,6 +4,7 @@
 
 #include "plxconvert/commands.h"
 #include "plxconvert/console.h"
+#include "plxconvert/interruption.h"
 #include "plxconvert/messages.h"
 #include "plxutils/export.h"
 
@@ -74,6 +75,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     plx::tool::open_standard_streams();
+    plx::tool::clean_up_when_interrupted();
     try {
         return run(argc, argv);
     } catch (const std::exception& fault) {

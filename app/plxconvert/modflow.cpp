@@ -117,8 +117,12 @@ int convert(Options& options) {
     finish_report(*factory, collector.heard(),
                   {options.porosities.size(), "--porosity", options.choice.named});
     const ConversionReport& report = factory->report;
+    if (diversion.failed()) {
+        factory->report.errors.push_back(log + ": not all of it could be written (is the disk full?)");
+    }
     for (const std::string& error : report.errors) print_error(error);
     if (!options.quiet) {
+        if (!options.trace && !diversion.kept()) print_warning(log + ": cannot be opened for writing");
         for (const std::string& warning : report.warnings) print_warning(warning);
         const RunFacts facts{
             project.string(), kind_title(kind), options.rules, place.string(), diversion.kept() ? log : "",

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "plxconvert/messages.h"
+#include "plxutils/core/WholeFile.h"
 
 namespace plx::tool {
 
@@ -174,10 +175,10 @@ std::string picture(const std::string& title, ImageMap& map) {
 
 void write_residual_plot(const std::filesystem::path& file, const std::string& title, ImageMap& map) {
     const std::string svg = picture(title, map), name = "'" + file.string() + "'";
-    std::FILE* const stream = std::fopen(file.string().c_str(), "wb");
-    if (stream == nullptr) throw InputFault(name + " cannot be opened for writing");
-    const bool written = std::fwrite(svg.data(), 1, svg.size(), stream) == svg.size();
-    if (std::fclose(stream) != 0 || !written) throw InputFault(name + ": not all of it could be written");
+    WholeFile plot;
+    if (!plot.open(file.string().c_str(), false)) throw InputFault(name + " cannot be opened for writing");
+    plot.stream().WriteRawBytes(svg.data(), static_cast<int>(svg.size()));
+    if (!plot.close()) throw InputFault(name + ": " + plot.fault());
 }
 
 }  // namespace plx::tool

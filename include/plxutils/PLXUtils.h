@@ -34,6 +34,7 @@
 #include "plxutils/core/VXTimer.h"
 #include "plxutils/core/VXTimings.h"
 #include "plxutils/core/VXUtilities.h"
+#include "plxutils/core/WholeFile.h"
 #include "plxutils/export.h"
 #include "plxutils/geometry/ElementArray.h"
 #include "plxutils/geometry/cgAverage.h"

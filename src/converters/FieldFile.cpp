@@ -1,10 +1,12 @@
 #include "plxutils/converters/FieldFile.h"
 
+#include <exception>
+
 #include "converters/field_file_writer.h"
 #include "core/block_writer.h"
 #include "platform/host_path.h"
 #include "platform/platform.h"
-#include "plxutils/core/VXOutputFile.h"
+#include "plxutils/core/WholeFile.h"
 
 namespace plx {
 namespace {
@@ -23,21 +25,26 @@ std::string openable(const char* path) {
 }  // namespace
 
 struct FieldFile::Parts {
-    VXOutputFile stream;
-    BlockWriter out{stream};
+    WholeFile file;
+    BlockWriter out{file.stream()};
     FieldFileWriter writer{out};
     FieldHeader header;
 };
 
-FieldFile::FieldFile() = default;
+FieldFile::FieldFile() : exceptions_(std::uncaught_exceptions()) {}
 
-FieldFile::~FieldFile() { close(); }
+FieldFile::~FieldFile() {
+    // A fault on the way leaves half a file.
+    if (std::uncaught_exceptions() > exceptions_) return;
+    close();
+}
 
 bool FieldFile::open(const char* path, bool compress) {
     close();
+    fault_ = "";
     const std::string name = openable(path);
     auto parts = std::make_unique<Parts>();
-    if (name.empty() || !parts->stream.Open(name.c_str(), compress, false)) return false;
+    if (name.empty() || !parts->file.open(name.c_str(), compress)) return false;
     parts_ = std::move(parts);
     return true;
 }
@@ -80,8 +87,11 @@ bool FieldFile::close() {
     if (!parts_) return false;
     const auto parts = std::move(parts_);
     parts->out.flush();
-    parts->stream.Close();
-    return !parts->stream.Failed();
+    const bool whole = parts->file.close();
+    fault_ = parts->file.fault();
+    return whole;
 }
+
+void FieldFile::discard() { parts_.reset(); }
 
 }  // namespace plx

@@ -1,6 +1,7 @@
 #include "plxutils/converters/MODFLOW2000_Converter.h"
 
 #include <cstdio>
+#include <string>
 
 #include "converters/grid_steps.h"
 #include "converters/output_paths.h"
@@ -16,6 +17,15 @@ constexpr NameFileTexts kTexts = {
     "Error opening [%s], head data not used.\n", "Error opening [%s], cell by cell flow data not used.\n",
     "Error opening [%s], data not used.\n"};
 
+/// Closes the log and tells when not all of it could be written.
+void finish_log(ModelState& model, VXOutputFile& log) {
+    log.Close();
+    if (log.Failed()) {
+        model.note(std::string(log.Filename().c_str()) +
+                   ": not all of it could be written (is the disk full?)");
+    }
+}
+
 /// The log names the model and what could not be read, for users who send it in.
 void create_log(ModelState& model) {
     const OutputPaths paths(model.factory);
@@ -23,6 +33,10 @@ void create_log(ModelState& model) {
     VXOutputFile log;
     if (log.Open(file.GetFilePath().c_str(), false, false)) {
         log.Format("Conversion of %s\n", model.factory.project_file.GetFilePath());
+        finish_log(model, log);
+    } else {
+        model.factory.report.warnings.push_back(std::string(file.GetFilePath().c_str()) +
+                                                ": cannot be opened for writing");
     }
     std::printf("printed to [%s]\n", file.GetFilePath().c_str());
 }
@@ -36,6 +50,7 @@ void extend_log(ModelState& model) {
                f.nper, static_cast<int>(model.times.size()));
     for (const std::string& text : f.report.errors) log.Format("Error: %s\n", text.c_str());
     for (const std::string& text : f.report.warnings) log.Format("Warning: %s\n", text.c_str());
+    finish_log(model, log);
 }
 
 }  // namespace

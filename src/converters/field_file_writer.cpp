@@ -1,6 +1,19 @@
 #include "converters/field_file_writer.h"
 
+#include <algorithm>
+
 namespace plx {
+namespace {
+
+/// A name between double quotes, which it cannot hold itself: one that did would end its line's grammar.
+std::string quoted(std::string name) {
+    std::erase(name, '"');
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+    return '"' + name + '"';
+}
+
+}  // namespace
 
 std::string companion_column(const std::string& name) { return "FILE \"" + name + "\" ROW 2 COLS 1"; }
 
@@ -8,7 +21,7 @@ void FieldFileWriter::definition(const char* keyword, const std::vector<FieldDat
     int index = 0;
     for (const FieldData& d : data) {
         out_.text(keyword).put(' ').integer(index++);
-        out_.text(" \"").text(d.name).text("\" \"").text(d.units).text("\" ").text(d.source).put('\n');
+        out_.put(' ').text(quoted(d.name)).put(' ').text(quoted(d.units)).put(' ').text(d.source).put('\n');
     }
 }
 
@@ -28,7 +41,7 @@ void FieldFileWriter::counts(const FieldHeader& field) {
 
 void FieldFileWriter::cell_set(int index, const CellSet& set) {
     out_.text("CELL_SET_DEF ").integer(index).put(' ').integer(set.cells).put(' ').text(set.type);
-    out_.text(" \"").text(set.name).put('"');
+    out_.put(' ').text(quoted(set.name));
 }
 
 void FieldFileWriter::header(const FieldHeader& field) {

@@ -53,12 +53,15 @@ void ModelWriter::write() {
     paths_.make_folder("MODFLOW");
     name_files();
     OutputFile time_control(factory_), flow_data(factory_);
-    if (!time_control.open(time_control_.GetFilePath(), false)) return;
-    if (!flow_data.open(flow_data_.GetFilePath(), factory_.compress)) return;
+    const String folder = paths_.folder("MODFLOW");
+    if (!time_control.open(folder, "MOD_" + paths_.title + ".tcf", false)) return;
+    if (!flow_data.open(folder, factory_.compress ? "flow_data.dwz" : "flow_data.dwr", factory_.compress))
+        return;
     write_flow_header(flow_data.out(), factory_);
-    if (!write_steps(time_control, flow_data)) return;
+    // Steps that are complete count also when a later one fails.
+    const bool all_steps = write_steps(time_control, flow_data);
     const bool whole = time_control.close();
-    if (!flow_data.close() || !whole) return;
+    if (!flow_data.close() || !whole || !all_steps) return;
     if (!write_companions()) return;
     std::printf("Project written to PLX file formats.\n");
 }
@@ -85,14 +88,11 @@ void ModelWriter::write_transport() {
 }
 
 void ModelWriter::name_files() {
-    const bool compress = factory_.compress;
     coordinates_ = paths_.below("GENERAL", "node_coordinates.xyz");
     geo_layers_ = paths_.below("GENERAL", "geo_layers.nd");
     elevations_ = paths_.below("GENERAL", "elevations.nd");
     connectivity_ = paths_.below("GENERAL", "connectivity.conn");
-    flow_data_ = paths_.below("MODFLOW", compress ? "flow_data.dwz" : "flow_data.dwr");
     porosity_ = paths_.below("MODFLOW", "MOD_" + paths_.title + ".por");
-    time_control_ = paths_.below("MODFLOW", "MOD_" + paths_.title + ".tcf");
     header_ = field_header();
 }
 
@@ -147,10 +147,10 @@ bool ModelWriter::write_step(OutputFile& time_control, OutputFile& flow_data, co
     const VXFile path = paths_.below("MODFLOW", field_name);
     std::printf("   %s\n", path.GetFilePath().c_str());
     OutputFile field(factory_);
-    if (!field.open(path.GetFilePath(), factory_.compress)) return false;
-    time_control.out().text(date).text(", ").text(path.GetFileName().c_str()).text(", -1\n");
+    if (!field.open(paths_.folder("MODFLOW"), field_name, factory_.compress)) return false;
     write_field(field.out());
     if (!field.close()) return false;
+    time_control.out().text(date).text(", ").text(path.GetFileName().c_str()).text(", -1\n");
     if (factory_.out_boundary_flows) write_boundary_flows(flow_data.out(), model_, transform_, date);
     return flow_data.out().ok();
 }
@@ -242,20 +242,23 @@ void ModelWriter::write_cells(BlockWriter& out) {
 }
 
 bool ModelWriter::write_companions() {
-    const auto write = [this](const VXFile& file, const auto& content) {
-        std::printf("   %s\n", file.GetFilePath().c_str());
+    const auto write = [this](const char* folder, const String& name, const auto& content) {
+        std::printf("   %s\n", paths_.below(folder, name).GetFilePath().c_str());
         OutputFile output(factory_);
-        if (!output.open(file.GetFilePath(), factory_.compress)) return false;
+        if (!output.open(paths_.folder(folder), name, factory_.compress)) return false;
         content(output.out());
         return output.close();
     };
-    return write(coordinates_,
+    return write("GENERAL", "node_coordinates.xyz",
                  [this](BlockWriter& out) { write_node_coordinates(out, mesh_, model_, transform_); }) &&
-           write(geo_layers_, [this](BlockWriter& out) { write_geo_layers(out, mesh_, model_); }) &&
-           write(elevations_, [this](BlockWriter& out) { write_elevations(out, mesh_, model_); }) &&
-           write(connectivity_, [this](BlockWriter& out) { write_connectivity(out, mesh_, model_); }) &&
-           (!factory_.out_porosity ||
-            write(porosity_, [this](BlockWriter& out) { write_porosity(out, model_); }));
+           write("GENERAL", "geo_layers.nd",
+                 [this](BlockWriter& out) { write_geo_layers(out, mesh_, model_); }) &&
+           write("GENERAL", "elevations.nd",
+                 [this](BlockWriter& out) { write_elevations(out, mesh_, model_); }) &&
+           write("GENERAL", "connectivity.conn",
+                 [this](BlockWriter& out) { write_connectivity(out, mesh_, model_); }) &&
+           (!factory_.out_porosity || write("MODFLOW", "MOD_" + paths_.title + ".por",
+                                            [this](BlockWriter& out) { write_porosity(out, model_); }));
 }
 
 }  // namespace plx

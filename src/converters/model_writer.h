@@ -36,7 +36,7 @@ private:
     OutputPaths paths_;
     VX4X4Matrix transform_;
     NodeMesh mesh_;
-    VXFile coordinates_, geo_layers_, elevations_, connectivity_, flow_data_, porosity_, time_control_;
+    VXFile coordinates_, geo_layers_, elevations_, connectivity_, porosity_;
     FieldHeader header_;
 };
 

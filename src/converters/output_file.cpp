@@ -1,14 +1,16 @@
 #include "converters/output_file.h"
 
+#include "core/output_names.h"
 #include "gms/callbacks.h"
-#include "platform/host_path.h"
 
 namespace plx {
 
-bool OutputFile::open(const String& path, bool compressed, const char* complaint) {
-    close();
-    if (platform::fits_stored_form(path.c_str()) && stream_.Open(path.c_str(), compressed, false)) {
-        writer_.emplace(stream_);
+bool OutputFile::open(const String& folder, const String& name, bool compressed, const char* complaint) {
+    writer_.reset();
+    const bool stays = stays_in(folder.c_str(), name.c_str());
+    const String path = stays ? VXFile(folder, name).GetFilePath() : folder + "\\" + name;
+    if (stays && file_.open(path.c_str(), compressed)) {
+        writer_.emplace(file_.stream());
         return true;
     }
     GMS_ReportError(complaint, path.c_str());
@@ -22,17 +24,17 @@ bool OutputFile::open(const String& path, bool compressed, const char* complaint
 bool OutputFile::close() {
     if (!writer_) return true;
     writer_->flush();
-    factory_.report.bytes += writer_->bytes();
+    const std::int64_t bytes = writer_->bytes();
     writer_.reset();
-    stream_.Close();
-    const std::string name = stream_.Filename().c_str();
-    if (stream_.Failed()) {
-        const std::string text = name + ": not all of it could be written (is the disk full?)";
+    const std::string name = file_.stream().Filename().c_str();
+    if (!file_.close()) {
+        const std::string text = name + ": " + file_.fault();
         GMS_ReportError("%s\n", text.c_str());
         factory_.report.errors.push_back(text);
         return false;
     }
     factory_.report.files.push_back(name);
+    factory_.report.bytes += bytes;
     return true;
 }
 

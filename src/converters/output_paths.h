@@ -10,13 +10,15 @@ struct OutputPaths {
     /// Below factory.output_folder, or beside the project when that is empty.
     explicit OutputPaths(const ConverterFactory& factory);
 
+    /// A folder of the root, as it is stored.
+    String folder(const char* name) const { return root + "\\" + name; }
     /// A file or folder below the root, as it is stored: "GENERAL", "geo_layers.nd".
     VXFile below(const char* folder, const String& name) const;
     /// Makes a folder below the root; one that exists is kept.
     void make_folder(const char* name) const;
 
     String root;
-    String title;  ///< the project's title; blanks and tabs are underscores, quotes are gone
+    String title;  ///< the project's title; one word without quotes
 };
 
 /// Reference from a field file to a file of the GENERAL folder.

@@ -50,8 +50,7 @@ public:
     void write(Results& weights, const VXArray<double>& nodes) {
         platform::make_directory(folder_.c_str());
         OutputFile time_control(factory_);
-        const VXFile path(folder_, "MT3D_" + title_ + ".tcf");
-        if (!time_control.open(path.GetFilePath(), false,
+        if (!time_control.open(folder_, "MT3D_" + title_ + ".tcf", false,
                                "MT3D : Write_File - Cannot open %s for writing.\n"))
             return;
         const double factor = day_factor(factory_.time_units.c_str(), factory_.reading_rules.full_time_words,
@@ -66,6 +65,7 @@ public:
             ++factory_.report.transport_times;
             if (factory_.on_step) factory_.on_step(done, std::max(total, done));
         }
+        time_control.close();
     }
 
 private:
@@ -77,32 +77,34 @@ private:
         return "species_" + std::to_string(index);
     }
 
-    VXFile field_path(double time) {
+    String field_name(double time) {
         char number[kFixedMax];
         std::string name = "MT3D_" + std::string(title_.c_str()) + "_";
         name.append(number, format_fixed6(number, time));
         std::replace(name.begin(), name.end(), '.', '_');
         name = names_.unique(name) + (compress_ ? ".pfz" : ".pff");
-        return VXFile(folder_, name.c_str());
+        return name.c_str();
     }
 
     bool write_time(OutputFile& time_control, double time, double days, Results& weights,
                     const VXArray<double>& nodes, const VXArray<double>& values) {
-        const VXFile path = field_path(time);
+        const String name = field_name(time);
+        const VXFile path(folder_, name);
         std::printf("   %s\n", path.GetFilePath().c_str());
         OutputFile field(factory_);
-        if (!field.open(path.GetFilePath(), compress_, "MT3D : Write File - Cannot open %s for writing.\n")) {
+        if (!field.open(folder_, name, compress_, "MT3D : Write File - Cannot open %s for writing.\n")) {
             return false;
         }
-        time_control.out().text(step_date(factory_.start_date, days)).text(", ");
-        time_control.out().text(path.GetFileName().c_str()).text(", -1\n");
         FieldFileWriter writer(field.out());
         writer.header(header_);
         writer.begin_node_data(header_);
         write_nodes(field.out(), weights, nodes, values);
         writer.begin_cell_data(header_);
         write_cells(field.out(), values);
-        return field.close();
+        if (!field.close()) return false;
+        time_control.out().text(step_date(factory_.start_date, days)).text(", ");
+        time_control.out().text(path.GetFileName().c_str()).text(", -1\n");
+        return true;
     }
 
     void write_nodes(BlockWriter& out, Results& weights, const VXArray<double>& nodes,

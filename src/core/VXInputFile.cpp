@@ -15,7 +15,6 @@ namespace {
 
 constexpr unsigned kReadAhead = 64 * 1024;
 
-
 // A longer line is damage: memory for it would have no bound.
 constexpr int kMaxLine = 64 * 1024 * 1024;
 

@@ -9,6 +9,7 @@
 #include <new>
 
 #include "core/format_text.h"
+#include "platform/descriptor.h"
 #include "platform/host_path.h"
 #include "platform/platform.h"
 
@@ -36,22 +37,36 @@ VXOutputFile::~VXOutputFile() { Close(); }
 
 bool VXOutputFile::Open(const char* name, bool useGzip, bool append) {
     Close();
-    failed_ = false;
     compressed = useGzip;
     file.SetFile(name);
     const String path = file.GetFilePath();
     if (compressed) {
         const std::string native = plx::platform::target_path(path.c_str());
         if (!native.empty()) gz = gzopen(native.c_str(), append ? "ab9" : "wb9");
-        if (gz) gzbuffer(gz, kBuffer);
-        isOpen = gz != nullptr;
     } else {
         fp = plx::platform::open_file(path.c_str(), append ? "a+b" : "wb");
-        isOpen = fp != nullptr;
-        if (isOpen) {
-            buffer_.reset(new (std::nothrow) char[kBuffer]);
-            if (buffer_) std::setvbuf(fp, buffer_.get(), _IOFBF, kBuffer);
-        }
+    }
+    return Opened();
+}
+
+bool VXOutputFile::OpenDescriptor(int descriptor, bool useGzip) {
+    compressed = useGzip;
+    if (compressed) {
+        gz = gzdopen(descriptor, "wb9");
+    } else {
+        fp = plx::platform::stream_of(descriptor, "wb");
+    }
+    if (!Opened()) plx::platform::close_descriptor(descriptor);
+    return isOpen;
+}
+
+bool VXOutputFile::Opened() {
+    failed_ = false;
+    isOpen = gz != nullptr || fp != nullptr;
+    if (gz) gzbuffer(gz, kBuffer);
+    if (fp) {
+        buffer_.reset(new (std::nothrow) char[kBuffer]);
+        if (buffer_) std::setvbuf(fp, buffer_.get(), _IOFBF, kBuffer);
     }
     return isOpen;
 }

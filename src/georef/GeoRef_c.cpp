@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/c_boundary.h"
+#include "platform/platform.h"
 #include "plxutils/core/VXUtilities.h"
 #include "plxutils/georef/GeoRef.h"
 
@@ -28,18 +29,24 @@ std::optional<ImageName> split_image_name(const char* name) {
     return ImageName{text.substr(0, dot + 1), text.substr(dot + 1)};
 }
 
-/// Moves an older file out of the way, lets `write` make the new one and tells the caller its name.
+/// Moves an older file out of the way, lets `write` make the new one and tells the caller its name. When that
+/// fails the older file gets its name back.
 template <class Write>
 int write_beside(const std::string& name, char* image_name, Write write) {
-    if (FileExists(name.c_str())) BackupFile(name.c_str());
+    const bool older = FileExists(name.c_str()) && BackupFile(name.c_str()) != 0;
     const int result = write(name.c_str());
+    if (result == 0 && older) plx::platform::replace_move((name + ".backup").c_str(), name.c_str());
     std::strcpy(image_name, name.c_str());
     return result;
 }
 
+// More than any image has, and far less than would make a system end the process for want of memory.
+constexpr int kMostPoints = 10'000'000;
+
 }  // namespace
 
 GeoRef* GeoRef_new(int n) {
+    if (n > kMostPoints) return nullptr;
     return guarded<GeoRef*>(nullptr, [&] { return new GeoRef(n, nullptr, nullptr, nullptr, nullptr); });
 }
 

@@ -3,15 +3,15 @@
 #include <memory>
 
 #include "core/text_number.h"
-#include "platform/platform.h"
+#include "platform/part_file.h"
 #include "plxutils/georef/GeoRef.h"
 
 namespace {
 
-/// A text file that is created where its name says; complete only when `finished` is true.
+/// A text file that has its name when `finished` is true.
 class TextOutput {
 public:
-    explicit TextOutput(const char* name) : file_(plx::platform::open_file(name ? name : "", "w")) {}
+    explicit TextOutput(const char* name) : file_(part_.open(name, "w")) {}
     bool is_open() const { return file_ != nullptr; }
     /// A number with six decimals and what follows it.
     void put(double number, const char* end) {
@@ -20,16 +20,18 @@ public:
         std::fwrite(text, 1, static_cast<std::size_t>(stop - text), file_.get());
         std::fputs(end, file_.get());
     }
-    /// Closes the file; false when a byte of it could not be written, as on a full disk.
+    /// Completes the file; false when a byte of it could not be written, as on a full disk.
     bool finished() {
         const bool written = std::ferror(file_.get()) == 0;
-        return std::fclose(file_.release()) == 0 && written;
+        return std::fclose(file_.release()) == 0 && written && part_.put_in_place();
     }
 
 private:
     struct Close {
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
+    // Closed before it is removed.
+    plx::platform::PartFile part_;
     std::unique_ptr<std::FILE, Close> file_;
 };
 

@@ -4,6 +4,7 @@
 #include <map>
 #include <unordered_map>
 
+#include "core/output_names.h"
 #include "formats/word_lines.h"
 #include "gms/builder_output.h"
 #include "gms/callbacks.h"

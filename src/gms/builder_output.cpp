@@ -1,26 +1,10 @@
 #include "gms/builder_output.h"
 
-#include <utility>
-
-#include "core/ascii_text.h"
+#include "core/output_names.h"
 #include "gms/callbacks.h"
-#include "gms/names.h"
-#include "platform/host_path.h"
 #include "platform/platform.h"
 
 namespace plx {
-namespace {
-
-/// True when the stored path stays in the folder. Names come from the project: they may hold separators, or
-/// tokens that stand for another place.
-bool stays_in(const std::string& folder, const std::string& name) {
-    if (folder.empty() || name.find_first_of("/\\:") != std::string::npos) return false;
-    const std::string path = folder + "\\" + name;
-    if (!platform::fits_stored_form(path)) return false;
-    return equal_no_case(VXFile(path.c_str()).GetDirectoryName().c_str(), folder);
-}
-
-}  // namespace
 
 void report_separator() {
     GMS_ReportStatus("____________________________________________________________\n");
@@ -40,11 +24,6 @@ std::string output_folder(const GMStoPLX& owner, const char* subfolder) {
     return folder;
 }
 
-std::string clean_name(std::string name) {
-    std::erase(name, '"');
-    return one_word(std::move(name));
-}
-
 std::string last_with_extension(const std::vector<String>& paths, std::string_view extension) {
     std::string last;
     for (const String& path : paths) {
@@ -61,14 +40,14 @@ void report_group_problem(const char* kind, Hdf5Id group, const std::string& pro
 
 bool BuilderOutput::open(const std::string& folder, const std::string& name, bool compressed,
                          const char* complaint) {
-    close();
+    writer_.reset();
     const std::string path = folder + "\\" + name;
-    if (!stays_in(folder, name) || !stream_.Open(path.c_str(), compressed, false)) {
+    if (!stays_in(folder, name) || !file_.open(path.c_str(), compressed)) {
         GMS_ReportError(complaint, path.c_str());
         return false;
     }
     name_ = name;
-    writer_.emplace(stream_);
+    writer_.emplace(file_.stream());
     return true;
 }
 
@@ -77,10 +56,9 @@ bool BuilderOutput::close() {
     writer_->flush();
     const std::int64_t bytes = writer_->bytes();
     writer_.reset();
-    stream_.Close();
-    const std::string stored = stream_.Filename().c_str();
-    if (stream_.Failed()) {
-        GMS_ReportError("%s: not all of it could be written (is the disk full?)\n", stored.c_str());
+    const std::string stored = file_.stream().Filename().c_str();
+    if (!file_.close()) {
+        GMS_ReportError("%s: %s\n", stored.c_str(), file_.fault());
         return false;
     }
     owner_.filesWritten.push_back(stored);

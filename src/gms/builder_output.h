@@ -7,7 +7,7 @@
 
 #include "core/block_writer.h"
 #include "formats/hdf5_reader.h"
-#include "plxutils/core/VXOutputFile.h"
+#include "plxutils/core/WholeFile.h"
 #include "plxutils/gms/GMStoPLX.h"
 
 /// What all builders share in announcing themselves and writing files.
@@ -20,8 +20,6 @@ void announce_build(const char* announcement);
 /// Stored path of the folder that a builder writes to, without a separator at its end: the destination, or
 /// its subfolder ("TINS"), which is made when it is missing. Empty when there is no destination.
 std::string output_folder(const GMStoPLX& owner, const char* subfolder);
-/// A file name with blanks and tabs as underscores and without double quotes.
-std::string clean_name(std::string name);
 
 /// The last path whose text after the last dot is exactly `extension`, in the letters of the project; empty
 /// when there is none.
@@ -29,11 +27,13 @@ std::string last_with_extension(const std::vector<String>& paths, std::string_vi
 /// Tells which group of an HDF5 project cannot be converted, and why.
 void report_group_problem(const char* kind, Hdf5Id group, const std::string& problem);
 
-/// One output of a builder. A name that would leave the folder, or a missing folder, does not open.
+/// One output of a builder, which has its name when it is complete. A name that does not stay in the folder
+/// (see `stays_in`) does not open.
 class BuilderOutput {
 public:
     explicit BuilderOutput(GMStoPLX& owner) : owner_(owner) {}
-    ~BuilderOutput() { close(); }
+    /// Discards a file that was not closed.
+    ~BuilderOutput() = default;
     BuilderOutput(const BuilderOutput&) = delete;
     BuilderOutput& operator=(const BuilderOutput&) = delete;
 
@@ -41,13 +41,13 @@ public:
     bool open(const std::string& folder, const std::string& name, bool compressed, const char* complaint);
     BlockWriter& out() { return *writer_; }
     /// Completes the file, notes it with the owner and sends the status "   %s" with its name; false after an
-    /// error message when a write came up short.
+    /// error message when it cannot be completed.
     bool close();
 
 private:
     GMStoPLX& owner_;
     std::string name_;
-    VXOutputFile stream_;
+    WholeFile file_;
     std::optional<BlockWriter> writer_;
 };
 

@@ -7,7 +7,7 @@
 #include <limits>
 #include <new>
 
-#include "gms/names.h"
+#include "core/output_names.h"
 
 namespace plx {
 namespace {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "converters/field_file_writer.h"
+#include "core/output_names.h"
 #include "gms/hdf5_objects.h"
 
 namespace plx {

@@ -9,6 +9,8 @@ int duplicate_descriptor(std::FILE* stream) {
     return descriptor < 0 ? -1 : ::dup(descriptor);
 }
 
+std::FILE* stream_of(int descriptor, const char* mode) { return ::fdopen(descriptor, mode); }
+
 void close_descriptor(int descriptor) { ::close(descriptor); }
 
 }  // namespace plx::platform

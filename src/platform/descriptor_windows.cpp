@@ -12,6 +12,8 @@ int duplicate_descriptor(std::FILE* stream) {
     return copy;
 }
 
+std::FILE* stream_of(int descriptor, const char* mode) { return ::_fdopen(descriptor, mode); }
+
 void close_descriptor(int descriptor) { ::_close(descriptor); }
 
 }  // namespace plx::platform

@@ -41,6 +41,10 @@ bool make_directory(const char* stored);
 /// @return false when the source is missing or could not be moved.
 bool replace_move(const char* from_stored, const char* to_stored);
 
+/// True for an existing file that is neither a folder nor a device or pipe.
+bool is_regular_file(const std::string& native);
+/// A native path in UTF-8: itself on POSIX; on Windows a path in the code page of the process, translated.
+std::string utf8_path(const std::string& native);
 /// A native name made absolute, "." and ".." resolved in the text.
 std::string full_path(const std::string& name);
 /// The whole command line of this process as one text; a word with blanks is in double quotes.

@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "platform/host_path.h"
+#include "platform/ini_default.h"
 #include "platform/platform.h"
 
 namespace plx::platform {
@@ -54,12 +55,6 @@ std::string lower(std::string text) {
 
 bool same_word(std::string_view a, std::string_view b) {
     return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
-}
-
-std::string_view without_quotes(std::string_view value) {
-    if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.front() == value.back())
-        return value.substr(1, value.size() - 2);
-    return value;
 }
 
 std::optional<std::string_view> find_in_ini(std::string_view text, std::string_view section,
@@ -150,6 +145,13 @@ bool replace_move(const char* from_stored, const char* to_stored) {
     return !error && unlink(from.c_str()) == 0;
 }
 
+bool is_regular_file(const std::string& native) {
+    std::error_code error;
+    return fs::is_regular_file(native, error);
+}
+
+std::string utf8_path(const std::string& native) { return native; }
+
 std::string full_path(const std::string& name) {
     std::error_code error;
     const fs::path absolute = fs::absolute(name, error);
@@ -204,9 +206,7 @@ std::int64_t clock_count() {
 std::int64_t clock_frequency() { return 1'000'000'000; }
 
 std::string ini_value(const char* stored_file, const char* section, const char* key, const char* fallback) {
-    std::string_view ready(fallback ? fallback : "");
-    ready = without_quotes(ready.substr(0, ready.find_last_not_of(' ') + 1));
-    const std::string otherwise(ready);
+    const std::string otherwise(ini_default(fallback));
     if (!section || !key) return otherwise;
     const FileHandle file(open_file(stored_file, "rb"));
     const auto text = read_all(file.get());

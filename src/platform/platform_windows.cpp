@@ -8,8 +8,10 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
 
+#include "platform/device_names.h"
 #include "platform/ini_default.h"
 #include "platform/platform.h"
 
@@ -42,6 +44,9 @@ std::FILE* open_file(const char* stored, const char* mode) {
     if (!stored || !mode || !*stored) return nullptr;
     const DWORD attributes = GetFileAttributesA(stored);
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) return nullptr;
+    // Reading the console would wait for somebody to type.
+    const std::string_view name(stored);
+    if (*mode == 'r' && is_device_name(name.substr(name.find_last_of("/\\") + 1))) return nullptr;
     return std::fopen(stored, mode);
 }
 

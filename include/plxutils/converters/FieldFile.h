@@ -46,6 +46,7 @@ struct FieldHeader {
 /// before: nodes (x y z, one line for each), node data (all values of a node in a line), cells (the nodes of
 /// a cell, from 0; all cells of the first set, then those of the next), cell data (all values of a cell in a
 /// line). The number of lines and of values in them is what the header announces; it is the caller's to keep.
+/// The file has its name when it is complete (see WholeFile).
 /// Before `open`, after `close` and after a failed write all calls but `open` do nothing.
 ///
 ///     FieldFile file;
@@ -59,12 +60,12 @@ struct FieldHeader {
 class PLX_EXPORT FieldFile {
 public:
     FieldFile();
-    /// Completes the file, as `close`.
+    /// Completes the file, as `close`; while an exception unwinds, discards it.
     ~FieldFile();
     FieldFile(const FieldFile&) = delete;
     FieldFile& operator=(const FieldFile&) = delete;
 
-    /// Creates or truncates a file, completing what was open.
+    /// Begins a file, completing what was open.
     ///
     /// @param path      native path, also one relative to the working folder, or a name in stored form. The
     ///                  file's own name is lower-cased, as all names that the library makes.
@@ -90,12 +91,19 @@ public:
     void integer(int i);
     void end_line();
 
-    /// Completes the file. False when none was open or not all could be written (a full disk).
+    /// Completes the file. False when none was open or it could not be completed (a full disk); an older file
+    /// is there then.
     bool close();
+    /// Ends without the file.
+    void discard();
+    /// A clause that tells why the last `close` of an open file gave false; empty when it did not.
+    const char* fault() const { return fault_; }
 
 private:
     struct Parts;
     std::unique_ptr<Parts> parts_;
+    int exceptions_;
+    const char* fault_ = "";
 };
 
 }  // namespace plx

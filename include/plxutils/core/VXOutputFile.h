@@ -12,11 +12,15 @@
 
 struct gzFile_s;
 
+namespace plx {
+class WholeFile;
+}
+
 /// Byte stream for writing, plain or gzip.
 ///
 /// Text calls write CR LF for every LF; raw calls write bytes as they are. Nothing prints. On a closed stream
 /// every write returns 0 or false. Plain output is buffered, so a full disk may show only in Failed(), after
-/// Close.
+/// Close. What was written until then is under the file's name: plx::WholeFile shows complete files only.
 class PLX_EXPORT VXOutputFile {
 public:
     VXOutputFile();
@@ -58,6 +62,12 @@ public:
     bool Failed() const { return failed_; }
 
 private:
+    friend class plx::WholeFile;
+
+    /// Takes over the descriptor of an empty file that is open for writing; it is closed when that fails.
+    bool OpenDescriptor(int descriptor, bool useGzip);
+    bool Opened();
+
     static const char* Arg(const String& s) { return s.c_str(); }
     static const char* Arg(const char* s) { return s; }
     template <class T>
