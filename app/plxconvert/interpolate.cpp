@@ -183,8 +183,10 @@ Result write_field(FieldFile& file, const TargetMesh& mesh, const FieldHeader& h
 std::filesystem::path output_of(const Options& options, const std::filesystem::path& samples,
                                 const std::filesystem::path& project) {
     const std::filesystem::path output = output_file(options.output);
-    const std::filesystem::path part = output.parent_path() / ("~" + output.filename().string() + ".part");
     std::error_code fault;
+    std::filesystem::path target = std::filesystem::weakly_canonical(output, fault);
+    if (fault) target = output;
+    const std::filesystem::path part = target.parent_path() / ("~" + target.filename().string() + ".part");
     for (const std::filesystem::path& path : {output, part}) {
         if (std::filesystem::equivalent(samples, path, fault)) {
             throw InputFault("-o would replace the samples");

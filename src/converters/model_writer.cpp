@@ -58,10 +58,13 @@ void ModelWriter::write() {
     if (!flow_data.open(folder, factory_.compress ? "flow_data.dwz" : "flow_data.dwr", factory_.compress))
         return;
     write_flow_header(flow_data.out(), factory_);
-    // Steps that are complete count also when a later one fails.
+    // Steps that are complete count also when a later one fails; without any, an older list stays.
     const bool all_steps = write_steps(time_control, flow_data);
+    if (!all_steps && factory_.report.steps == 0) return;
+    // One that filled the disk is removed first: the list needs room, too.
+    const bool flows = flow_data.out().ok() || flow_data.close();
     const bool whole = time_control.close();
-    if (!flow_data.close() || !whole || !all_steps) return;
+    if (!flows || !flow_data.close() || !whole || !all_steps) return;
     if (!write_companions()) return;
     std::printf("Project written to PLX file formats.\n");
 }

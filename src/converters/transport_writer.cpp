@@ -61,7 +61,11 @@ public:
         float time = 0.0F;
         for (int done = 1; factory_.parseConcentration(values, time) != 0; ++done) {
             const double t = static_cast<double>(time);
-            if (!write_time(time_control, t, t * factor, weights, nodes, values)) break;
+            if (!write_time(time_control, t, t * factor, weights, nodes, values)) {
+                // An older list stays when there is nothing to put in its place.
+                if (done == 1) return;
+                break;
+            }
             ++factory_.report.transport_times;
             if (factory_.on_step) factory_.on_step(done, std::max(total, done));
         }

@@ -11,7 +11,7 @@ namespace {
 /// A text file that has its name when `finished` is true.
 class TextOutput {
 public:
-    explicit TextOutput(const char* name) : file_(part_.open(name, "w")) {}
+    explicit TextOutput(const char* name) : file_(part_.open(name, "wt")) {}
     bool is_open() const { return file_ != nullptr; }
     /// A number with six decimals and what follows it.
     void put(double number, const char* end) {

@@ -1,6 +1,8 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <cstring>
+
 #include "platform/descriptor.h"
 
 namespace plx::platform {
@@ -12,7 +14,11 @@ int duplicate_descriptor(std::FILE* stream) {
     return copy;
 }
 
-std::FILE* stream_of(int descriptor, const char* mode) { return ::_fdopen(descriptor, mode); }
+std::FILE* stream_of(int descriptor, const char* mode) {
+    // Descriptors are binary; the mode alone would leave them so.
+    if (std::strchr(mode, 't')) ::_setmode(descriptor, _O_TEXT);
+    return ::_fdopen(descriptor, mode);
+}
 
 void close_descriptor(int descriptor) { ::_close(descriptor); }
 

@@ -23,7 +23,8 @@ public:
     /// the
     ///         file cannot be made, or when an older one may not be written.
     int create(const std::string& native);
-    /// The same for a stored name and as a C stream, with the mode of fopen; a device is opened where it is.
+    /// The same for a stored name and as a C stream, with the mode of fopen; "wt" ends lines as the system's
+    /// texts do. A device is opened where it is.
     std::FILE* open(const char* stored, const char* mode);
     /// Gives the file its name; when that fails it is removed. A device has its name.
     bool put_in_place();

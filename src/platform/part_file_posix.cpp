@@ -12,6 +12,31 @@
 
 namespace plx::platform {
 
+namespace {
+
+/// Gives a new file what the older one allowed. Giving it away is the super-user's; a group that cannot be
+/// kept either loses its rights, for they would be those of another group.
+void keep_permissions(int descriptor, const struct stat& old) {
+    constexpr mode_t kAll = 0777, kGroup = 070;
+    const uid_t same_owner = static_cast<uid_t>(-1);
+    const bool kept =
+        fchown(descriptor, old.st_uid, old.st_gid) == 0 || fchown(descriptor, same_owner, old.st_gid) == 0;
+    fchmod(descriptor, old.st_mode & (kept ? kAll : kAll & ~kGroup));
+}
+
+/// In a folder that everybody may write to but nobody may tidy, like /tmp, only links of its owner and of
+/// this user count: systems that protect their users follow no others.
+bool is_planted(const std::filesystem::path& link) {
+    struct stat facts, folder;
+    const std::filesystem::path parent = link.has_parent_path() ? link.parent_path() : ".";
+    if (lstat(link.c_str(), &facts) != 0 || stat(parent.c_str(), &folder) != 0) return true;
+    constexpr mode_t kShared = S_ISVTX | S_IWOTH;
+    return (folder.st_mode & kShared) == kShared && facts.st_uid != geteuid() &&
+           facts.st_uid != folder.st_uid;
+}
+
+}  // namespace
+
 std::size_t longest_path() { return PATH_MAX - 1; }
 
 std::string follow_links(const std::string& native) {
@@ -21,6 +46,7 @@ std::string follow_links(const std::string& native) {
         std::error_code error;
         const std::filesystem::path next = std::filesystem::read_symlink(path, error);
         if (error) return path.string();
+        if (is_planted(path)) return "";
         path = path.parent_path() / next;
     }
     return "";
@@ -43,9 +69,7 @@ int create_part(const std::string& part, const std::string& target) {
     unlink(part.c_str());
     const int descriptor = open(part.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor >= 0 && replaces) {
-        // Giving a file away is the super-user's; others keep what they made.
-        [[maybe_unused]] const int owner = fchown(descriptor, old.st_uid, old.st_gid);
-        fchmod(descriptor, old.st_mode & 0777);
+        keep_permissions(descriptor, old);
     }
     return descriptor;
 }

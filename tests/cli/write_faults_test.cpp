@@ -44,7 +44,8 @@ protected:
         words.insert(words.begin(), {"-c", script, first, PLXCONVERT});
         return run_program("/bin/sh", words);
     }
-    /// Each file is the older or the complete one; lists of steps may be short but name complete files only.
+    /// Each file is the older or the complete one; lists of steps may be short, though not empty, and name
+    /// complete files only.
     void check_files(Contents whole) const {
         for (const auto& [name, bytes] : contents()) {
             SCOPED_TRACE(name);
@@ -52,6 +53,7 @@ protected:
             if (path.extension() == ".log" || bytes == "old") continue;
             ASSERT_EQ(whole.count(name), 1U) << "left behind";
             const bool steps = path.extension() == ".tcf";
+            EXPECT_FALSE(bytes.empty());
             if (!steps && path.stem() != "flow_data") {
                 EXPECT_TRUE(bytes == whole[name]) << "neither the older nor the complete file";
             }

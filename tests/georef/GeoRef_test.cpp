@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "support/capture_stdout.h"
+#include "support/host_system.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -156,6 +157,7 @@ TEST(GeoRef, FilesHoldTheAffineMapOfTheCornersAndThePoints) {
     one.write_world(world.c_str());
     EXPECT_EQ(folder.text("a.tfw"),
               "1.000000\n\n0.000000\n\n0.000000\n\n-1.000000\n\n90.000000\n\n180.000000\n\n");
+    EXPECT_EQ(folder.read("a.tfw").find("\r\n") != std::string::npos, plx::test::kWindows);
     one.write_GCP(world.c_str());
     EXPECT_EQ(folder.text("a.tfw"), "100.000000\t-200.000000\t10.000000\t-20.000000\n");
     const auto refused = [&] { EXPECT_EQ(one.write_world(nowhere.c_str()) + one.write_GCP(nullptr), 0); };
