@@ -1,13 +1,6 @@
 #include "support/gms_project.h"
 
-using namespace plx;
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const fuzz::Input input(data, size);
-    fuzz::GmsProject project(input);
-    project.use_example();
-    project.put("quarry.gpr", "GMSPROJ\nBHOLE quarry.bor\nMAT quarry.mat\n");
-    project.put("quarry.bor", input.bytes());
-    project.convert();
+    plx::fuzz::convert_example({data, size}, "BHOLE quarry.bor\nMAT quarry.mat\n", "quarry.bor");
     return 0;
 }

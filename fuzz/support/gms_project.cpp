@@ -34,4 +34,12 @@ void GmsProject::convert() {
     GMStoPLX_delete(converter);
 }
 
+void convert_example(const Input& input, const char* named, const char* file) {
+    GmsProject project(input);
+    project.use_example();
+    project.put("quarry.gpr", std::string("GMSPROJ\n") + named);
+    project.put(file, input.bytes());
+    project.convert();
+}
+
 }  // namespace plx::fuzz

@@ -16,11 +16,14 @@ public:
     void put(const std::string& name, std::string_view bytes) { write_file("project/" + name, bytes); }
     void convert();
 
-    /// A text project with a file of every kind that it may name; `datasets` includes those.
+    /// A text project with a file of every kind that it may name.
     void use_example();
 
 private:
     const Input& input_;
 };
+
+/// Converts the example's project of the lines `named`, in which `file` is the input.
+void convert_example(const Input& input, const char* named, const char* file);
 
 }  // namespace plx::fuzz

@@ -2,6 +2,8 @@
 
 #include <filesystem>
 
+#include "plxutils/converters/ModelSummary.h"
+
 namespace plx::fuzz {
 namespace {
 
@@ -52,6 +54,25 @@ SmallModel::SmallModel(const Input& input) : model(plx_model_state(factory)) {
 
 void SmallModel::open(int unit, const char* name, std::string_view bytes) {
     model.streams.open_unit(unit, stored(write_file(name, bytes)));
+}
+
+void SmallModel::open_flows(std::string_view bytes) {
+    open(51, "site.cbb", bytes);
+    factory.ccf_unit = 51;
+}
+
+void SmallModel::load_some_flows(void (*load)(ModelState&)) {
+    int loaded = 0;
+    for (const auto& [step, slots] : model.flows.positions) {
+        model.current = {.period = step.first, .step = step.second};
+        load(model);
+        for (const TermCells& term : model.flows.terms) {
+            for (const int cell : term.cells)
+                if (cell < 0 || static_cast<std::size_t>(cell) >= model.size().cells()) __builtin_trap();
+        }
+        if (++loaded == 10) break;
+    }
+    summarize_result_file((folder() + "/site.cbb").c_str());
 }
 
 }  // namespace plx::fuzz

@@ -37,6 +37,11 @@ struct SmallModel {
     /// Opens a file of these bytes at a unit.
     void open(int unit, const char* name, std::string_view bytes);
 
+    /// Opens the flow file, site.cbb.
+    void open_flows(std::string_view bytes);
+    /// Loads the first of the flows that were found, and stops where they name a cell that the grid lacks.
+    void load_some_flows(void (*load)(ModelState&));
+
     ConverterFactory factory;
     ModelState& model;
 };
