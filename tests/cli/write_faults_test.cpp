@@ -58,7 +58,7 @@ protected:
                 EXPECT_TRUE(bytes == whole[name]) << "neither the older nor the complete file";
             }
             for (const auto& [field, field_bytes] : whole) {
-                if (!steps || bytes.find(fs::path(field).filename()) == std::string::npos) continue;
+                if (!steps || bytes.find(fs::path(field).filename().string()) == std::string::npos) continue;
                 EXPECT_TRUE(read_bytes(field) == field_bytes) << field;
             }
         }
