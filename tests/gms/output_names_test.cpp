@@ -74,7 +74,7 @@ TEST(OutputNames, WhateverAProjectCallsThingsNothingIsWrittenOutsideTheDestinati
         std::string name;
         bool written;
     } cases[] = {{"plain name", true}, {"H\xc3\xb6he", true},   {"", true},
-                 {"a\"b", true},       {"con", true},           {"com1.x", true},
+                 {"a\"b", true},       {"con", true},           {"com1", true},
                  {"a..b.", true},      {"a\x01\x1b\x7f", true}, {"a<b|c", !kWindows},
                  {"..\\up", false},    {"../../up", false},     {"/abs", false},
                  {"c:\\abs", false},   {"c:drive", false},      {"$XP_PATH<0>x", false},
@@ -98,7 +98,8 @@ TEST(OutputNames, WhateverAProjectCallsThingsNothingIsWrittenOutsideTheDestinati
 }
 
 TEST(OutputNames, DotsDoNotHideAFileNorDoDevicesSwallowIt) {
-    const std::pair<std::string, bool> cases[] = {{".hidden", false}, {"..", true}, {"con.x", !kWindows}};
+    const std::pair<std::string, bool> cases[] = {
+        {".hidden", false}, {"..", true}, {"con.x", !kWindows}, {"com1.x", !kWindows}};
     for (const auto& [name, written] : cases) {
         SCOPED_TRACE(name);
         const SmallProject project;
