@@ -26,7 +26,7 @@ std::string read_small_text(const std::filesystem::path& file) {
     text.resize(static_cast<std::size_t>(stream.gcount()));
     if (text.size() > kMostBytes) throw InputFault(name + " is too large for a file of control points");
     if (text.find('\0') != std::string::npos) throw InputFault(name + " is a binary file, not a text");
-    if (std::string_view(text).substr(0, kUtf8Mark.size()) == kUtf8Mark) text.erase(0, kUtf8Mark.size());
+    text.erase(0, text.size() - without_utf8_mark(text).size());
     return text;
 }
 

@@ -21,6 +21,7 @@
 #include "plxutils/converters/Converter.h"
 #include "plxutils/converters/finish_report.h"
 #include "plxutils/core/VXFile.h"
+#include "plxutils/core/WholeFile.h"
 
 namespace plx::tool {
 
@@ -118,7 +119,7 @@ int convert(Options& options) {
                   {options.porosities.size(), "--porosity", options.choice.named});
     const ConversionReport& report = factory->report;
     if (diversion.failed()) {
-        factory->report.errors.push_back(log + ": not all of it could be written (is the disk full?)");
+        factory->report.errors.push_back(log + ": " + kNotAllWritten);
     }
     for (const std::string& error : report.errors) print_error(error);
     if (!options.quiet) {

@@ -21,18 +21,17 @@ fs::path absolute_path(const std::string& given) {
     return path;
 }
 
-void check_storable(const fs::path& path) {
+/// Refuses a path that does not pass one of the library's checks, with what that says.
+void check(bool (*passes)(const char*, String&), const fs::path& path) {
     String why;
-    if (VXCanStorePath(path.string().c_str(), why)) return;
+    if (passes(path.string().c_str(), why)) return;
     throw InputFault("path " + quoted(path.string()) + " cannot be used: " + why.c_str());
 }
 
+void check_storable(const fs::path& path) { check(&VXCanStorePath, path); }
+
 /// The library stores names in lower case, so that it may find a neighbour instead.
-void check_found_again(const fs::path& path) {
-    String why;
-    if (VXFindsPathAgain(path.string().c_str(), why)) return;
-    throw InputFault("path " + quoted(path.string()) + " cannot be used: " + why.c_str());
-}
+void check_found_again(const fs::path& path) { check(&VXFindsPathAgain, path); }
 
 }  // namespace
 

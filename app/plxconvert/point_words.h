@@ -8,9 +8,6 @@
 
 namespace plx::tool {
 
-/// What some editors put before a text; no part of its first word.
-constexpr std::string_view kUtf8Mark = "\xef\xbb\xbf";
-
 inline bool is_between_words(char c) { return c == ' ' || c == '\t' || c == ',' || c == '\r' || c == '\n'; }
 
 /// Takes the first word off a line; empty at its end. In the header for the speed of a million lines.

@@ -28,8 +28,7 @@ public:
     void line(std::string_view text) {
         ++number_;
         if (text.size() > kLongestLine) fail("longer than " + std::to_string(kLongestLine) + " bytes");
-        if (number_ == 1 && text.substr(0, kUtf8Mark.size()) == kUtf8Mark)
-            text.remove_prefix(kUtf8Mark.size());
+        if (number_ == 1) text = without_utf8_mark(text);
         std::string_view rest = text;
         const std::string_view first = next_word(rest);
         if (first.empty() || first.front() == '#') {

@@ -59,7 +59,7 @@ private:
     bool next_line(std::string& line) {
         if (reader_.ReadLine("", false, false, false) < 0) return false;
         line = reader_.CurrentLine().c_str();
-        if (reader_.CurrentLineNumber() == 1 && line.rfind("\xef\xbb\xbf", 0) == 0) line.erase(0, 3);
+        if (reader_.CurrentLineNumber() == 1) line.erase(0, line.size() - without_utf8_mark(line).size());
         while (!line.empty() && line.back() == '\r') line.pop_back();
         if (line.find('\r') == std::string::npos) return true;
         throw InputFault("'" + file_ + "' has line ends that are not known: CR without LF");

@@ -15,6 +15,12 @@ std::string lower(std::string text) {
     return text;
 }
 
+std::string_view without_utf8_mark(std::string_view text) {
+    constexpr std::string_view kMark = "\xef\xbb\xbf";
+    if (text.starts_with(kMark)) text.remove_prefix(kMark.size());
+    return text;
+}
+
 std::vector<std::string> split(const std::string& text, char separator) {
     std::vector<std::string> parts;
     std::size_t start = 0;

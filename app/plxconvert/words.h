@@ -8,6 +8,8 @@ namespace plx::tool {
 
 /// ASCII letters in lower case.
 std::string lower(std::string text);
+/// A text without the mark that some editors put before it; it is no part of the first word.
+std::string_view without_utf8_mark(std::string_view text);
 /// The parts between separators, blanks around them removed; one empty part for an empty text.
 std::vector<std::string> split(const std::string& text, char separator);
 /// Reads a whole word as a finite decimal number. Free of the locale.

@@ -8,6 +8,7 @@
 #include "converters/project_steps.h"
 #include "converters/transport.h"
 #include "plxutils/core/VXOutputFile.h"
+#include "plxutils/core/WholeFile.h"
 
 namespace plx {
 namespace {
@@ -21,8 +22,7 @@ constexpr NameFileTexts kTexts = {
 void finish_log(ModelState& model, VXOutputFile& log) {
     log.Close();
     if (log.Failed()) {
-        model.note(std::string(log.Filename().c_str()) +
-                   ": not all of it could be written (is the disk full?)");
+        model.note(std::string(log.Filename().c_str()) + ": " + kNotAllWritten);
     }
 }
 

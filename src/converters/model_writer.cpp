@@ -91,10 +91,10 @@ void ModelWriter::write_transport() {
 }
 
 void ModelWriter::name_files() {
-    coordinates_ = paths_.below("GENERAL", "node_coordinates.xyz");
-    geo_layers_ = paths_.below("GENERAL", "geo_layers.nd");
-    elevations_ = paths_.below("GENERAL", "elevations.nd");
-    connectivity_ = paths_.below("GENERAL", "connectivity.conn");
+    coordinates_ = paths_.below("GENERAL", kCoordinates);
+    geo_layers_ = paths_.below("GENERAL", kGeoLayers);
+    elevations_ = paths_.below("GENERAL", kElevations);
+    connectivity_ = paths_.below("GENERAL", kConnectivity);
     porosity_ = paths_.below("MODFLOW", "MOD_" + paths_.title + ".por");
     header_ = field_header();
 }
@@ -252,13 +252,12 @@ bool ModelWriter::write_companions() {
         content(output.out());
         return output.close();
     };
-    return write("GENERAL", "node_coordinates.xyz",
+    return write("GENERAL", kCoordinates,
                  [this](BlockWriter& out) { write_node_coordinates(out, mesh_, model_, transform_); }) &&
-           write("GENERAL", "geo_layers.nd",
-                 [this](BlockWriter& out) { write_geo_layers(out, mesh_, model_); }) &&
-           write("GENERAL", "elevations.nd",
+           write("GENERAL", kGeoLayers, [this](BlockWriter& out) { write_geo_layers(out, mesh_, model_); }) &&
+           write("GENERAL", kElevations,
                  [this](BlockWriter& out) { write_elevations(out, mesh_, model_); }) &&
-           write("GENERAL", "connectivity.conn",
+           write("GENERAL", kConnectivity,
                  [this](BlockWriter& out) { write_connectivity(out, mesh_, model_); }) &&
            (!factory_.out_porosity || write("MODFLOW", "MOD_" + paths_.title + ".por",
                                             [this](BlockWriter& out) { write_porosity(out, model_); }));

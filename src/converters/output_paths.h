@@ -5,6 +5,12 @@
 
 namespace plx {
 
+/// The files of GENERAL, which all field files share.
+inline constexpr const char* kCoordinates = "node_coordinates.xyz";
+inline constexpr const char* kGeoLayers = "geo_layers.nd";
+inline constexpr const char* kElevations = "elevations.nd";
+inline constexpr const char* kConnectivity = "connectivity.conn";
+
 /// Folders and files that a conversion writes, as stored paths.
 struct OutputPaths {
     /// Below factory.output_folder, or beside the project when that is empty.

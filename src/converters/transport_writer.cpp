@@ -38,7 +38,7 @@ public:
         header_.comment = "GMStoPLX generated MT3D concentration field file";
         header_.nodes = nodes;
         header_.node_file = general_reference(coordinates);
-        header_.connectivity_file = general_reference(VXFile(root + "\\GENERAL", "connectivity.conn"));
+        header_.connectivity_file = general_reference(VXFile(root + "\\GENERAL", kConnectivity));
         header_.cell_sets = layer_cell_sets(model.flags, factory_.nlay);
         int index = 0;
         for (const SpeciesFile& species : model.transport.species) {
@@ -219,7 +219,7 @@ void write_transport_results(ModelState& model, const NodeMesh& mesh, const Outp
             for (int plane = 0; plane < 2; ++plane) add_plane(model, mesh, k, plane, nodes, weights);
         }
     }
-    VXFile folder(paths.root, "MT3D"), coordinates = paths.below("GENERAL", "node_coordinates.xyz");
+    VXFile folder(paths.root, "MT3D"), coordinates = paths.below("GENERAL", kCoordinates);
     model.factory.write_MT3D(folder, coordinates, model.factory.compress, mesh.nodes(), weights, nodes);
 }
 

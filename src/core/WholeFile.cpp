@@ -34,7 +34,7 @@ bool WholeFile::close() {
     stream_.Close();
     fault_ = "";
     if (stream_.Failed()) {
-        fault_ = "not all of it could be written (is the disk full?)";
+        fault_ = kNotAllWritten;
         part_->remove();
     } else if (!in_place_ && !part_->put_in_place()) {
         fault_ = "the complete file could not be given its name";

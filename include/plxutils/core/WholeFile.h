@@ -11,6 +11,9 @@ namespace platform {
 class PartFile;
 }
 
+/// What is said of a file after a write that came up short.
+inline constexpr const char* kNotAllWritten = "not all of it could be written (is the disk full?)";
+
 /// A file that appears under its name when it is complete, and not at all when it cannot be completed.
 ///
 /// Until then it is "~name.part" in the same folder, and an older file of the name stays as it is. Links are
