@@ -145,6 +145,8 @@ bool read_budget_arrays(RecordFile& in, const BudgetRecord& record, const GridSi
         return false;
     const bool full = is_full_array(header), indicated = header.compact && header.type == 3;
     if (!full && !indicated && header.type != 4) return false;
+    // A record that leaves its layers to a grid without layers holds no values, whatever its extents are.
+    if (full && grid.layers < 1) return true;
 
     const std::size_t cells = grid.per_layer();
     const int read_layers = full ? grid.layers : 1;

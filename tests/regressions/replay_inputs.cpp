@@ -1,5 +1,7 @@
 // Runs a fuzz target over the files of a folder: replay_inputs TARGET FOLDER. A reader that crashes, hangs or
 // breaks what the target checks ends the process.
+#include <sys/resource.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -26,9 +28,19 @@ constexpr Target kTargets[] = {
 };
 #undef PLX_REPLAYED
 
+/// A reader that asks for more than a small file can need ends the process. The sanitizers have a limit of their
+/// own, because they reserve addresses for more than there is.
+void limit_memory() {
+#ifndef __SANITIZE_ADDRESS__
+    const rlimit limit{.rlim_cur = 512U << 20, .rlim_max = 512U << 20};
+    setrlimit(RLIMIT_AS, &limit);
+#endif
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    limit_memory();
     int replayed = 0;
     for (const Target& target : kTargets) {
         if (argc != 3 || target.name != argv[1]) continue;
