@@ -28,8 +28,8 @@ constexpr Target kTargets[] = {
 };
 #undef PLX_REPLAYED
 
-/// A reader that asks for more than a small file can need ends the process. The sanitizers have a limit of their
-/// own, because they reserve addresses for more than there is.
+/// A reader that asks for more than a small file can need ends the process. The sanitizers have a limit of
+/// their own, because they reserve addresses for more than there is.
 void limit_memory() {
 #ifndef __SANITIZE_ADDRESS__
     const rlimit limit{.rlim_cur = 512U << 20, .rlim_max = 512U << 20};
