@@ -47,10 +47,12 @@ std::array<double, N> numbers_of(std::string_view line, long long number, const 
     std::array<double, N> values{};
     for (double& value : values) {
         const std::string_view word = next_word(line);
-        if (to_finite(word, value)) continue;
-        throw InputFault(file.string() + ": line " + std::to_string(number) + ": " +
-                         (word.empty() ? "too few numbers" : printable(word) + " is not a number") + "; " +
-                         what);
+        const bool finite = to_finite(word, value);
+        if (finite && std::fabs(value) <= kLargestCoordinate) continue;
+        const std::string fault = word.empty() ? "too few numbers"
+                                  : finite     ? printable(word) + " is too large"
+                                               : printable(word) + " is not a number";
+        throw InputFault(file.string() + ": line " + std::to_string(number) + ": " + fault + "; " + what);
     }
     return values;
 }

@@ -67,7 +67,7 @@ void warn_about_unseen(ImageMap& map, const Options& options) {
 
 /// The image that is to get or has neighbours.
 std::filesystem::path image_file(const Options& options) {
-    const std::filesystem::path image = input_file(options.image, "an image");
+    std::filesystem::path image = input_file(options.image, "an image");
     if (!is_placing_file(image)) return image;
     throw InputFault("'" + options.image + "' is a GCP file or a world file; give the image");
 }
@@ -75,7 +75,7 @@ std::filesystem::path image_file(const Options& options) {
 std::filesystem::path plot_file(const std::optional<std::string>& given,
                                 const std::filesystem::path& source) {
     if (!given) return {};
-    const std::filesystem::path plot = output_file(*given);
+    std::filesystem::path plot = output_file(*given);
     std::error_code fault;
     if (std::filesystem::equivalent(plot, source, fault))
         throw InputFault("--plot would replace the GCP file");

@@ -31,7 +31,8 @@ std::array<bool, kGmsTypes> parse_gms_types(const std::string& list) {
         std::string names;
         bool known = false;
         for (std::size_t i = 0; i < kGmsTypes; ++i) {
-            names += (names.empty() ? "" : ", ") + std::string(gms_types()[i].name);
+            if (!names.empty()) names += ", ";
+            names += gms_types()[i].name;
             if (part != gms_types()[i].name) continue;
             wanted[i] = known = true;
         }

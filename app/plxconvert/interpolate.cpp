@@ -182,7 +182,7 @@ Result write_field(FieldFile& file, const TargetMesh& mesh, const FieldHeader& h
 /// Where the file goes; an input that it would replace, or that has its name while it is written, is refused.
 std::filesystem::path output_of(const Options& options, const std::filesystem::path& samples,
                                 const std::filesystem::path& project) {
-    const std::filesystem::path output = output_file(options.output);
+    std::filesystem::path output = output_file(options.output);
     std::error_code fault;
     std::filesystem::path target = std::filesystem::weakly_canonical(output, fault);
     if (fault) target = output;

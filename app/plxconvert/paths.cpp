@@ -38,7 +38,7 @@ void check_found_again(const fs::path& path) { check(&VXFindsPathAgain, path); }
 fs::path path_of(std::string_view text) { return std::u8string(text.begin(), text.end()); }
 
 fs::path input_file(const std::string& given, const std::string& wanted) {
-    const fs::path path = absolute_path(given);
+    fs::path path = absolute_path(given);
     std::error_code fault;
     const fs::file_status status = fs::status(path, fault);
     if (!fs::exists(status)) throw InputFault(quoted(given) + " does not exist");
@@ -50,7 +50,7 @@ fs::path input_file(const std::string& given, const std::string& wanted) {
 }
 
 fs::path result_folder(const std::string& given) {
-    const fs::path path = absolute_path(given);
+    fs::path path = absolute_path(given);
     check_storable(path);
     std::error_code fault;
     if (fs::exists(path, fault) && !fs::is_directory(path, fault))
@@ -71,7 +71,7 @@ fs::path output_file(const std::string& given) {
     check_storable(path);
     check_found_again(path.parent_path());
     const VXFile stored(path.string().c_str());
-    const fs::path made = path_of(VXNativePath(stored.GetFilePath().c_str()).c_str());
+    fs::path made = path_of(VXNativePath(stored.GetFilePath().c_str()).c_str());
     if (made.empty()) throw InputFault("path " + quoted(given) + " cannot be used");
     if (fs::exists(made, fault) && !fs::is_regular_file(made, fault)) {
         throw InputFault(quoted(made.string()) + " is there and not a regular file");

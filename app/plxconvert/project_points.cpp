@@ -50,9 +50,10 @@ public:
     }
 
     void flush() {
-        std::fwrite(out_.data(), 1, out_.size(), stdout);
+        const std::size_t written = std::fwrite(out_.data(), 1, out_.size(), stdout);
+        const bool whole = written == out_.size() && std::ferror(stdout) == 0;
         out_.clear();
-        if (std::ferror(stdout) != 0) throw InputFault("standard output cannot be written");
+        if (!whole) throw InputFault("standard output cannot be written");
     }
 
     [[noreturn]] void end_with(const std::string& why) {

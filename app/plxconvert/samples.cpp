@@ -28,7 +28,7 @@ std::string shown(std::string text) {
         if (static_cast<unsigned char>(c) < 0x20) c = '?';
     }
     constexpr std::size_t kEnough = 40;
-    if (text.size() > kEnough) text = text.substr(0, kEnough) + "...";
+    if (text.size() > kEnough) text.replace(kEnough, text.npos, "...");
     return "'" + text + "'";
 }
 

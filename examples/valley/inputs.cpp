@@ -105,7 +105,7 @@ void read_list(TextInput in, const Model& model, ListPackage& package) {
         const double entries = in.numbers(1)[0];
         if (entries < 0.0 && p == 0) in.fail("the first period has no list to repeat");
         package.periods.push_back(entries < 0.0 ? package.periods[p - 1] : std::vector<ListEntry>());
-        for (double n = 0.0; n < entries; ++n) {
+        for (std::size_t n = 0; static_cast<double>(n) < entries; ++n) {
             const std::vector<double> line = in.numbers(3 + values);
             const std::size_t layer = count(in, line[0], static_cast<double>(model.layers)) - 1;
             const std::size_t row = count(in, line[1], static_cast<double>(model.rows)) - 1;

@@ -123,7 +123,7 @@ double solve_steps(const Model& model, Listing& listing, Results& results) {
         step.steady = period.steady;
         step.length = first_step(period);
         step.period_time = 0.0;
-        for (step.number = 1; step.number <= period.steps; ++step.number, step.length *= period.factor) {
+        for (step.number = 1; step.number <= period.steps; ++step.number) {
             step.period_time += step.length;
             step.total_time += step.length;
             const std::vector<double> before = heads;
@@ -132,6 +132,7 @@ double solve_steps(const Model& model, Listing& listing, Results& results) {
             const std::vector<Term> terms = budget(model, between, step, before, heads);
             worst = std::max(worst, std::fabs(list_balance(listing, step, iterations, terms)));
             results.write(model, step, heads, terms);
+            step.length *= period.factor;
         }
     }
     return worst;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
+#include <sstream>
 #include <stdexcept>
 
 namespace valley {
@@ -112,9 +112,9 @@ std::vector<double> TextInput::fixed_values(std::size_t rows, std::size_t column
                                             const std::string& format) {
     unsigned per_line = 0;
     unsigned width = 0;
-    char letter = 0;
-    if (std::sscanf(format.c_str(), "(%u%c%u", &per_line, &letter, &width) != 3 || per_line == 0 ||
-        width == 0) {
+    char bracket = 0, letter = 0;
+    std::istringstream words(format);
+    if (!(words >> bracket >> per_line >> letter >> width) || bracket != '(' || per_line == 0 || width == 0) {
         fail("format " + format + " is not of the form (12F8.2)");
     }
     std::vector<double> values;

@@ -84,7 +84,7 @@ const std::string& folder() {
 }
 
 std::string write_file(const std::string& name, std::string_view bytes) {
-    const std::string path = folder() + "/" + name;
+    std::string path = folder() + "/" + name;
     const auto open = [&path] { return OpenFile(std::fopen(path.c_str(), "wb")); };
     OpenFile file = open();
     if (!file) {

@@ -29,7 +29,7 @@ constexpr const char* kNameFileSet = "3DGridModule/3DGrid 0/MODFLOW Model 0/Name
 
 /// The native path; of what does not exist as much as does, and the rest as it is stored.
 std::string native(const VXFile& file) {
-    const std::string stored = file.GetFilePath().c_str();
+    std::string stored = file.GetFilePath().c_str();
     std::string found = platform::native_path(stored), rest;
     std::size_t end = stored.size();
     while (found.empty() && (end = stored.find_last_of('\\', end - 1)) != std::string::npos && end > 0) {

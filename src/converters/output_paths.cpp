@@ -7,11 +7,10 @@
 
 namespace plx {
 
-OutputPaths::OutputPaths(const ConverterFactory& factory) {
-    root = factory.output_folder.length() == 0 ? factory.project_file.GetDirectoryName()
-                                               : VXFile(factory.output_folder, "x").GetDirectoryName();
-    title = clean_name(factory.project_file.GetFileTitle().c_str()).c_str();
-}
+OutputPaths::OutputPaths(const ConverterFactory& factory)
+    : root(factory.output_folder.length() == 0 ? factory.project_file.GetDirectoryName()
+                                               : VXFile(factory.output_folder, "x").GetDirectoryName()),
+      title(clean_name(factory.project_file.GetFileTitle().c_str()).c_str()) {}
 
 VXFile OutputPaths::below(const char* folder, const String& name) const {
     return VXFile(this->folder(folder), name);

@@ -30,7 +30,7 @@ bool starts_with_header(std::FILE* file, const ResultLayout& layout, const Heade
     std::array<char, 64> header{};
     const int label = 4 * form.integers + layout.real_bytes * form.reals;
     const int sizes = label + static_cast<int>(kLabelBytes);
-    if (!in.read(header.data(), static_cast<std::size_t>(sizes + 12)) || !in.at_record_start()) return false;
+    if (!in.read(header.data(), static_cast<std::size_t>(sizes) + 12) || !in.at_record_start()) return false;
 
     const char* bytes = header.data();
     const bool transport = form.integers == 3;

@@ -10,7 +10,7 @@
 namespace plx {
 namespace {
 
-constexpr int kGzipMagic[] = {0x1f, 0x8b};
+constexpr unsigned char kGzipMagic[] = {0x1f, 0x8b};
 
 template <class Number>
 void widen(const char* from, double* to, std::size_t n) {
@@ -26,7 +26,9 @@ std::int64_t plain_length(const char* stored) {
     const VXFile file(stored);
     std::FILE* const raw = platform::open_file(file.GetFilePath().c_str(), "rb");
     if (raw == nullptr) return -1;
-    const bool gzip = std::getc(raw) == kGzipMagic[0] && std::getc(raw) == kGzipMagic[1];
+    unsigned char begin[sizeof kGzipMagic];
+    const bool gzip = std::fread(begin, 1, sizeof begin, raw) == sizeof begin &&
+                      std::memcmp(begin, kGzipMagic, sizeof begin) == 0;
     const std::int64_t size = gzip ? -1 : platform::file_size(raw);
     std::fclose(raw);
     return size;

@@ -62,6 +62,7 @@ cgCell::cgCell(MemoryAllocator* source, CellType cell_type, int n, const float* 
 cgCell::cgCell(const cgCell& src) { *this = src; }
 
 cgCell& cgCell::operator=(const cgCell& src) {
+    if (this == &src) return *this;
     faceConnectOrder = src.faceConnectOrder;
     nodesInFace = src.nodesInFace;
     type = src.type;

@@ -46,7 +46,8 @@ void cgPointTree::AddElement(const cgElement& e) {
 }
 
 void cgPointTree::SetupChildren(cgOctTree* parent, int depth_, const cgPoint& min, const cgPoint& max) {
-    const cgPoint low(min), high(max);  // they may be corners of the old box
+    // They may be corners of the old box.
+    const cgPoint low(min), high(max);  // NOLINT(performance-unnecessary-copy-initialization)
     release_region();
     if (on_demand_) points.clear();
     divided_ = implied_ = false;

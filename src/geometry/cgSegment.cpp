@@ -29,10 +29,7 @@ double aligned_squared(const cgSegment& s, const cgPoint& p, Along along, Across
 
 }  // namespace
 
-cgSegment& cgSegment::operator=(const cgSegment& b) {
-    cgLine::operator=(b);
-    return *this;
-}
+cgSegment& cgSegment::operator=(const cgSegment& b) = default;
 
 double cgSegment::GetDistanceSquared(const cgPoint& p, cgPoint* closest) const {
     const cgVector d = p1 - p0;

@@ -16,12 +16,11 @@ using Terms = PolynomialFit::Coefficients;
 using Points = std::vector<ControlPoint>;
 
 constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
-constexpr double kLargest = 1e150;
 
 int degree_of(int type) { return std::max(type - 3, 1); }
 int terms_of_degree(int degree) { return (degree + 1) * (degree + 2) / 2; }
 std::size_t position(int x_power, int y_power) {
-    const auto degree = static_cast<std::size_t>(x_power + y_power);
+    const auto degree = static_cast<std::size_t>(x_power) + static_cast<std::size_t>(y_power);
     return degree * (degree + 1) / 2 + static_cast<std::size_t>(y_power);
 }
 
@@ -38,7 +37,7 @@ inline void powers(double u, double v, int degree, Terms& t) {
 
 bool is_usable(const ControlPoint& p) {
     const double largest = std::max({std::abs(p.x), std::abs(p.y), std::abs(p.X), std::abs(p.Y)});
-    return largest <= kLargest && !std::isnan(p.x + p.y + p.X + p.Y);
+    return largest <= kLargestCoordinate && !std::isnan(p.x + p.y + p.X + p.Y);
 }
 
 /// The range of one coordinate over all points.
@@ -51,7 +50,7 @@ struct Range {
         half = ((*high).*coordinate - (*low).*coordinate) / 2;
         largest = std::max(std::abs((*low).*coordinate), std::abs((*high).*coordinate));
         // What rounding alone can make is no extent; nor is what has no reciprocal.
-        if (half <= 4 * kEpsilon * largest || half < 1 / kLargest) half = 0.0;
+        if (half <= 4 * kEpsilon * largest || half < 1 / kLargestCoordinate) half = 0.0;
     }
     double scale() const { return half > 0.0 ? 1 / half : 0.0; }
     /// How much rounding of the coordinates means in scaled ones.
@@ -105,7 +104,7 @@ void fit_similarity(const Points& points, PolynomialFit& fit) {
     const double dx = q.x - p.x, dy = q.y - p.y, dX = q.X - p.X, dY = q.Y - p.Y;
     const double length = std::hypot(dx, dy);
     fit.unknowns = 2;
-    if (length < 1 / kLargest || std::hypot(dX, dY) < 1 / kLargest) {
+    if (length < 1 / kLargestCoordinate || std::hypot(dX, dY) < 1 / kLargestCoordinate) {
         fit_translation(points, fit);
         fit.condition = std::numeric_limits<double>::infinity();
         return;

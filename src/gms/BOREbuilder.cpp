@@ -165,6 +165,7 @@ void convert_group(GMStoPLX& owner) {
         return;
     }
     std::vector<std::string> layers;
+    layers.reserve(static_cast<std::size_t>(owner.materialNames.GetSize()));
     for (int i = 0; i < owner.materialNames.GetSize(); ++i) {
         layers.emplace_back(owner.materialNames[i].c_str());
     }

@@ -65,6 +65,7 @@ std::vector<const GMSDataSet*> datasets_of(GMStoPLX& owner, const GmsTin& tin) {
         GMS_ReportStatus("No Data for this TIN [%s], using triangle coordinates only.\n", tin.name.c_str());
     }
     std::vector<const GMSDataSet*> datasets;
+    datasets.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) datasets.push_back(owner.FindDataSet(i, key));
     return datasets;
 }
@@ -74,6 +75,7 @@ void convert_tin(GMStoPLX& owner, GmsTin& tin, const std::vector<const GMSDataSe
     GMS_ReportStatus("Writing TIN Output files : \n");
     leave_out_loose_triangles(tin);
     std::vector<DataColumn> columns;
+    columns.reserve(datasets.size());
     for (const GMSDataSet* dataset : datasets) {
         columns.push_back(column_of(owner, *dataset, tin.nodes.x.size()));
     }

@@ -2,12 +2,12 @@
 #include <strings.h>
 #include <sys/stat.h>
 #include <sys/types.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -206,7 +206,7 @@ std::int64_t clock_count() {
 std::int64_t clock_frequency() { return 1'000'000'000; }
 
 std::string ini_value(const char* stored_file, const char* section, const char* key, const char* fallback) {
-    const std::string otherwise(ini_default(fallback));
+    std::string otherwise(ini_default(fallback));
     if (!section || !key) return otherwise;
     const FileHandle file(open_file(stored_file, "rb"));
     const auto text = read_all(file.get());

@@ -9,7 +9,8 @@
 /// Hands out many small zero-filled pieces from large blocks and frees them all at once when it is destroyed.
 class PLX_EXPORT MemoryAllocator {
 public:
-    static constexpr int __DEFAULT_BLOCK_SIZE__ = 1048576;
+    // Hosts know it by this name.
+    static constexpr int __DEFAULT_BLOCK_SIZE__ = 1048576;  // NOLINT(bugprone-reserved-identifier)
 
     MemoryAllocator();
     /// Bytes of an ordinary block; a value below 1 means the default size.

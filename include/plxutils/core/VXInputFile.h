@@ -16,6 +16,8 @@ struct gzFile_s;
 class PLX_EXPORT VXInputFile {
 public:
     VXInputFile();
+    VXInputFile(const VXInputFile&) = delete;
+    VXInputFile& operator=(const VXInputFile&) = delete;
     ~VXInputFile();
 
     /// Opens a stored file name at its first byte of data, closing what was open. False when it cannot be
@@ -50,9 +52,6 @@ public:
 
 private:
     friend class VXFileReader;
-    VXInputFile(const VXInputFile&) = delete;
-    VXInputFile& operator=(const VXInputFile&) = delete;
-
     // Tells "no byte came" (false) from an empty line.
     bool NextLine(String& line, bool stripEOL);
 

@@ -37,6 +37,8 @@ public:
     std::int32_t numCellData = 0;
 
     cgField();
+    cgField(const cgField&) = delete;
+    cgField& operator=(const cgField&) = delete;
     ~cgField();
 
     /// A new cell, in no set yet. The field owns it: do not delete it.
@@ -70,8 +72,6 @@ public:
     void RemoveDuplicateNodes(double tolX, double tolY, double tolZ, double* dataTol);
 
 private:
-    cgField(const cgField&) = delete;
-    cgField& operator=(const cgField&) = delete;
     void renumber_cells(const std::vector<int>& map);
 
     std::unique_ptr<MemoryAllocator> m_pool;

@@ -18,12 +18,15 @@ struct WorldPoint {
     double X = 0.0, Y = 0.0;
 };
 
+/// Larger coordinates, of either sign, are not fitted.
+constexpr double kLargestCoordinate = 1e150;
+
 /// What became of a fit.
 enum class FitState {
     determined,  ///< the points determine every coefficient
     singular,    ///< they do not: lying on one line, repeated, on one conic ...; the fit is usable near them
     no_points,   ///< nothing was fitted, everything is projected to (0, 0)
-    bad_number   ///< a coordinate is not finite or larger than 1e150; nothing was fitted
+    bad_number   ///< a coordinate is not finite or beyond kLargestCoordinate; nothing was fitted
 };
 
 /// A polynomial map of the plane, kept in centred and scaled source coordinates u = (x - centre_x) * scale_x
