@@ -25,11 +25,8 @@ static void on_error(const char* text) {
     snprintf(last_error, sizeof last_error, "%s", text);
 }
 
-static double answer(const char* question) { return strcmp(question, "x") == 0 ? 2.5 : 0.0; }
-
 void check_results(const Result* results, int count) {
-    int i;
-    for (i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i) {
         if (results[i].got == results[i].expected) continue;
         printf("%g instead of %g: ", results[i].got, results[i].expected);
         check(0, results[i].call);
@@ -49,10 +46,9 @@ void write_file(const char* name, const char* text) {
 
 int take(const char* name, const char* text) {
     char bytes[4096];
-    size_t length = 0;
     FILE* const file = fopen(in_folder(name), "rb");
     if (file == NULL) return 0;
-    length = fread(bytes, 1, sizeof bytes - 1, file);
+    const size_t length = fread(bytes, 1, sizeof bytes - 1, file);
     fclose(file);
     remove(in_folder(name));
     bytes[length] = '\0';
@@ -93,10 +89,8 @@ static void test_null_georef(void) {
     check(GeoRef_free_gcp_mappings(NULL, 3) + GeoRef_free_gcp_mappings(&maps, 3) == 2, "no list is released");
 }
 
-/* Two control points of a similarity go out to files and come back. */
 static void test_georef(void) {
-    char name[1024];
-    double sx, sy, dx, dy, **maps = NULL;
+    double dx, dy;
     GeoRef* object = GeoRef_new(2);
     check(GeoRef_set_gcp_values(object, 0, 0, 0, 100, 200) == 1, "the first point");
     check(GeoRef_set_gcp_values(object, 1, 10, 20, 140, 210) == 1, "the second point");
@@ -104,21 +98,7 @@ static void test_georef(void) {
     check(GeoRef_process_type(object, 2) == 1, "a fit");
     check(GeoRef_project_point(object, 10, -20, &dx, &dy) == 1 && dx == 140 && dy == 210, "a projection");
     check(GeoRef_rms_total_error(object) < 1e-9 && GeoRef_rms_error(object, 1) < 1e-9, "an exact fit");
-    snprintf(name, sizeof name, "%s", in_folder("site.tif"));
-    check(GeoRef_write_gcp(object, name) == 1 && strstr(name, "/site.gcp") != NULL, name);
-    check(GeoRef_load_gcp_mappings(&maps, name, 0, 0) == 2, "two mappings");
-    check(GeoRef_get_gcp_mapping(&maps, 1, &sx, &sy, &dx, &dy) == 1, "the second mapping");
-    check(sx == 140 && sy == -210 && dx == 10 && dy == -20, "columns of a GCP file");
-    check(GeoRef_free_gcp_mappings(&maps, 2) == 1 && maps == NULL, "the list is released");
-    check(take("site.gcp", "100.000000\t-200.000000\t0.000000\t-0.000000"), "the GCP file");
     check(GeoRef_delete(object) == 1, "the object is released");
-}
-
-static void test_prompt(void) {
-    check(GMS_PromptValue("x") == 0.0, "nobody answers");
-    GMS_SetPromptFunc(answer);
-    check(GMS_PromptValue("x") == 2.5, "the answer comes back");
-    GMS_SetPromptFunc(NULL);
 }
 
 static GMStoPLX* surface_converter(void) {
@@ -183,7 +163,6 @@ int main(int count, char** arguments) {
     folder = arguments[1];
     test_null_handles();
     test_null_georef();
-    test_prompt();
     GMS_SetStatusFunc(on_status);
     GMS_SetErrorFunc(on_error);
     test_conversion();

@@ -27,8 +27,7 @@ static PLX_ConversionReport* convert(const char* model, const int* outputs, cons
 
 void remove_results(PLX_ConversionReport* report) {
     char name[1024];
-    int i;
-    for (i = 0; i < PLX_report_count(report, PLX_REPORT_FILES); ++i) {
+    for (int i = 0; i < PLX_report_count(report, PLX_REPORT_FILES); ++i) {
         PLX_report_text(report, PLX_REPORT_FILES, i, name, sizeof name);
         check(remove(name) == 0, name);
     }
@@ -88,8 +87,7 @@ static void test_refusals(const char* model) {
         {model, "auto", NULL, NULL, NULL, NULL, "nowhere", "'nowhere' does not exist"},
         {model, "auto", NULL, NULL, NULL, NULL, model, "is not a folder"},
     };
-    size_t i;
-    for (i = 0; i < sizeof cases / sizeof *cases; ++i) {
+    for (size_t i = 0; i < sizeof cases / sizeof *cases; ++i) {
         char text[1024] = "no error";
         PLX_ConversionReport* const report =
             PLX_convert_modflow(cases[i].project, cases[i].kind, cases[i].outputs, cases[i].porosity, 1,
@@ -107,19 +105,16 @@ static void test_errors(const char* model) {
     const char* const warnings[] = {"no porosity is known; 0.0 was written",
                                     "no active cell lies in the extents"};
     char text[64] = "";
-    int outputs[11] = {0}, calls = 0, i;
-    PLX_ConversionReport* report;
-    outputs[5] = 1;
+    const int materials[11] = {[5] = 1}, porosity[11] = {[7] = 1};
+    int calls = 0;
     GMS_SetErrorFunc(count_error);
-    report =
-        PLX_convert_modflow(model, NULL, outputs, NULL, 0, NULL, 1, NULL, in_folder("blocked"), NULL, NULL);
+    PLX_ConversionReport* report =
+        PLX_convert_modflow(model, NULL, materials, NULL, 0, NULL, 1, NULL, in_folder("blocked"), NULL, NULL);
     check(PLX_report_count(report, PLX_REPORT_ERRORS) > 0 && errors_heard > 0, "folders that cannot be made");
     PLX_report_delete(report);
     GMS_SetErrorFunc(NULL);
-    outputs[5] = 0;
-    outputs[7] = 1;
-    report = convert(model, outputs, nowhere, &calls);
-    for (i = 0; i < 2; ++i) {
+    report = convert(model, porosity, nowhere, &calls);
+    for (int i = 0; i < 2; ++i) {
         PLX_report_text(report, PLX_REPORT_WARNINGS, i, text, sizeof text);
         check(strcmp(text, warnings[i]) == 0, warnings[i]);
     }

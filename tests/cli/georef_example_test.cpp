@@ -25,11 +25,10 @@ const std::filesystem::path kExample = std::filesystem::path(PLX_EXAMPLES) / "ge
 TEST(GeorefExample, IsWhatItsScriptAndTheToolWrite) {
     const TempFolder folder;
     const std::string points = folder.write("geomap.gcp", read_bytes(kExample / "geomap.gcp"));
-    const ToolRun run = run_tool({"georef", "fit", points, "--json", "--plot", folder.file("residuals.svg")});
+    const auto json = json_of({"georef", "fit", points, "--plot", folder.file("residuals.svg")});
     EXPECT_EQ(folder.read("residuals.svg"), read_bytes(kExample / "residuals.svg"));
     // The script has a least squares of its own and tells in a comment what it leaves.
     const std::string told = folder.read("geomap.gcp");
-    const auto json = nlohmann::json::parse(run.out);
     double longest = 0.0;
     for (const auto& r : json["residuals"]) longest = std::max(longest, r["distance"].get<double>());
     EXPECT_NEAR(json["rms"].get<double>(), std::atof(&told[told.find("RMS") + 3]), 6e-5);
@@ -52,12 +51,10 @@ TEST(GeorefExample, WorldFilePlacesTheMap) {
     ASSERT_EQ(run_tool({"georef", "world", points, image}).code, 0);
     std::filesystem::remove(points);
     ASSERT_EQ(run_tool({"georef", "gcp", image}).code, 0);
-    const ToolRun run = run_tool({"georef", "fit", points, "--json"});
-    const auto json = nlohmann::json::parse(run.out);
+    const auto json = json_of({"georef", "fit", points});
     EXPECT_LT(json["rms"].get<double>(), 1e-5);
     // The last column and row of the image; pixels are about 6.1 m wide, and north is above.
-    EXPECT_EQ(json["residuals"][1]["column"], 479);
-    EXPECT_EQ(json["residuals"][1]["row"], 359);
+    expect_values(json, R"({"/residuals/1/column": 479, "/residuals/1/row": 359})");
     EXPECT_NEAR(json["X"][1].get<double>(), 6.1, 0.03);
     EXPECT_NEAR(json["Y"][2].get<double>(), -6.1, 0.03);
 }
@@ -73,10 +70,7 @@ TEST(ImageSize, IsReadFromTheHeader) {
                                  bytes({1, 0, 0, 16, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 1, 44}) +
                                  bytes({1, 1, 0, 3, 0, 0, 0, 0, 0, 0, 0, 1, 0, 200, 9, 9, 9, 9, 9, 9});
     const std::string size = "300 columns, 200 rows", none = "size unknown";
-    const struct {
-        const char* what;
-        std::string header, shown;
-    } cases[] = {
+    const std::string cases[][3] = {
         {"progressive JPEG behind a segment and fill bytes", app + bytes({0xc2, 0, 17, 8, 0, 200, 1, 44}),
          size},
         {"JPEG without losses", app + bytes({0xcb, 0, 17, 8, 0, 200, 1, 44}), size},
@@ -96,10 +90,9 @@ TEST(ImageSize, IsReadFromTheHeader) {
          none},
     };
     const TempFolder folder;
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        const ToolRun run = run_tool({"georef", "show", folder.write("image.tif", c.header)});
-        EXPECT_THAT(run.out, HasSubstr(c.shown));
+    for (const auto& [what, header, shown] : cases) {
+        const ToolRun run = run_tool({"georef", "show", folder.write("image.tif", header)});
+        EXPECT_THAT(run.out, HasSubstr(shown)) << what;
     }
 }
 

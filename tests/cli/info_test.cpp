@@ -21,38 +21,25 @@ protected:
 };
 
 TEST_F(Info, JsonTellsTheWholeModel) {
-    const ToolRun run = run_tool({"info", project_, "--json"});
-    EXPECT_EQ(run.code, 0);
-    EXPECT_EQ(run.err, "");
-    const json model = json::parse(run.out);
-    EXPECT_EQ(model["file"], "site.nam");
-    EXPECT_EQ(model["kind"], "modflow2000");
-    EXPECT_EQ(model["grid"], json::parse(R"({"layers":2,"rows":3,"columns":4,"width":400,"height":150})"));
-    EXPECT_EQ(model["length_units"], "meters");
-    EXPECT_EQ(model["time_units"], "days");
-    EXPECT_EQ(model["active_cells"], 23);
-    EXPECT_EQ(model["constant_head_cells"], 1);
-    EXPECT_EQ(model["layers"][1],
-              json::parse(R"({"layer":2,"active_cells":12,"constant_head_cells":0,"top_min":10,
-        "top_max":10,"bottom_min":0,"bottom_max":0})"));
-    EXPECT_EQ(model["stress_periods"], json::parse(R"([{"period":1,"length":30,"steps":2,"steady":false}])"));
-    ASSERT_EQ(model["results"].size(), 2u);
-    EXPECT_EQ(model["results"][0]["file"], "site.hds");
-    EXPECT_EQ(model["results"][0]["kind"], "heads");
-    const json flows = model["results"][1];
-    EXPECT_EQ(flows["kind"], "flows");
-    EXPECT_EQ(flows["steps"][1], json::parse(R"({"period":1,"step":2,"time":30})"));
-    EXPECT_EQ(flows["terms"][4], json::parse(R"({"label":"WELLS","form":"list","records":2,"entries":4})"));
+    const json model = json_of({"info", project_});
+    expect_values(model, R"({"/file": "site.nam", "/kind": "modflow2000", "/length_units": "meters",
+        "/grid": {"layers": 2, "rows": 3, "columns": 4, "width": 400, "height": 150}, "/time_units": "days",
+        "/active_cells": 23, "/constant_head_cells": 1, "/results/0/file": "site.hds",
+        "/layers/1": {"layer": 2, "active_cells": 12, "constant_head_cells": 0, "top_min": 10, "top_max": 10,
+                      "bottom_min": 0, "bottom_max": 0},
+        "/stress_periods": [{"period": 1, "length": 30, "steps": 2, "steady": false}],
+        "/results/0/kind": "heads", "/results/1/kind": "flows",
+        "/results/1/steps/1": {"period": 1, "step": 2, "time": 30},
+        "/results/1/terms/4": {"label": "WELLS", "form": "list", "records": 2, "entries": 4}})");
+    EXPECT_EQ(model["results"].size(), 2u);
 }
 
 TEST_F(Info, TextShowsTheSameForPeople) {
     const ToolRun run = run_tool({"info", project_});
     EXPECT_EQ(run.code, 0);
-    for (const char* text : {"site.nam: MODFLOW-2000/2005 model\n",
-                             "2 layers, 3 rows, 4 columns; 23 active cells\n", "length meters, time days\n",
-                             "site.hds: heads, label HEAD, 2 layers", "2 saved steps\n", "FLOW RIGHT FACE"}) {
-        EXPECT_THAT(run.out, HasSubstr(text));
-    }
+    expect_texts(run.out, {"site.nam: MODFLOW-2000/2005 model\n", "length meters, time days\n",
+                           "2 layers, 3 rows, 4 columns; 23 active cells\n", "2 saved steps\n",
+                           "site.hds: heads, label HEAD, 2 layers", "FLOW RIGHT FACE"});
 }
 
 TEST_F(Info, WritesNoFile) {
@@ -62,23 +49,14 @@ TEST_F(Info, WritesNoFile) {
     EXPECT_EQ(entry_count(folder_), before);
 }
 
-TEST_F(Info, ResultFileIsDescribedByItsContents) {
-    const ToolRun run = run_tool({"info", folder_.write("heads.anything", small_model_heads()), "--json"});
-    EXPECT_EQ(run.code, 0);
-    const json heads = json::parse(run.out);
-    EXPECT_EQ(heads["kind"], "heads");
-    EXPECT_EQ(heads["layers"], 2);
-    EXPECT_EQ(heads["columns"], 4);
-    EXPECT_EQ(heads["real_bytes"], 4);
-    EXPECT_EQ(heads["record_markers"], false);
+TEST_F(Info, ResultFileIsDescribedByItsContentsAndBlamedWhenCutShort) {
+    const std::string bytes = small_model_heads();
+    const json heads = json_of({"info", folder_.write("heads.anything", bytes)});
+    expect_values(heads, R"({"/kind": "heads", "/layers": 2, "/columns": 4, "/real_bytes": 4,
+                             "/record_markers": false, "/problem": ""})");
     EXPECT_EQ(heads["steps"].size(), 2u);
-    EXPECT_EQ(heads["problem"], "");
-}
-
-TEST_F(Info, ResultFileCutShortIsDescribedAndBlamed) {
-    const std::string heads = small_model_heads();
-    const ToolRun run =
-        run_tool({"info", folder_.write("cut.hds", heads.substr(0, heads.size() - 7)), "--json"});
+    const std::string cut = folder_.write("cut.hds", bytes.substr(0, bytes.size() - 7));
+    const ToolRun run = run_tool({"info", cut, "--json"});
     EXPECT_EQ(run.code, 1);
     EXPECT_THAT(run.err, HasSubstr("plxconvert: cut.hds: "));
     EXPECT_NE(json::parse(run.out)["problem"], "");

@@ -52,11 +52,7 @@ TEST(ModelKinds, FilesThatDoNotGiveTheModelAreRefused) {
     const TempFolder folder;
     folder.write("beside.mfs", "MF2KSUP\n");
     const std::string binary("MF2KSUP\0\1\2", 10), name_file = "DIS 1 a.dis\n";
-    const struct {
-        const char* file;
-        std::string bytes;
-        const char *kind, *message;
-    } cases[] = {
+    const std::string cases[][4] = {
         {"text.gpr", "GMSPROJ\nTIN a.tin\n", "auto",
          "'plxconvert gms' converts it; its MODFLOW model is given by"},
         {"bytes.gpr", binary, "auto", "is neither text nor an HDF5 file"},
@@ -64,7 +60,6 @@ TEST(ModelKinds, FilesThatDoNotGiveTheModelAreRefused) {
         {"bytes.vmf", binary, "visual", "is a binary file, not a Visual MODFLOW project"},
         {"bytes.hds", binary, "auto", "is a binary file, and not a MODFLOW name file (.nam), GMS super file"},
         {"beside.mfn", name_file, "auto", "is the name file of a GMS model: give its super file beside.mfs"},
-        {"alone.mfn", name_file, "modflow2000", "its super file (.mfs) is not beside it"},
         {"site.nam", name_file, "gms", "is no GMS super file: those of --kind gms end in .mfs"},
         {"site.mfs", "MF2KSUP\n", "gms_hdf5", "is no GMS project: those of --kind gms_hdf5 end in .gpr"},
         {"site.mfs", "MF2KSUP\n", "modflow", "is no MODFLOW name file: those of --kind modflow end in .nam"},
@@ -72,11 +67,8 @@ TEST(ModelKinds, FilesThatDoNotGiveTheModelAreRefused) {
         {"site.txt", "DIS 1 a.dis\n", "visual", "or Visual MODFLOW project (.vmf)"},
     };
     for (const auto& [file, bytes, kind, message] : cases) {
-        SCOPED_TRACE(std::string(file) + " as " + kind);
-        const ToolRun run = run_tool({"modflow", folder.write(file, bytes), "--kind", kind});
-        EXPECT_EQ(run.code, 1);
-        EXPECT_EQ(run.out, "");
-        EXPECT_THAT(run.err, HasSubstr(message));
+        SCOPED_TRACE(file + " as " + kind);
+        expect_refused(run_tool({"modflow", folder.write(file, bytes), "--kind", kind}), 1, message);
     }
     EXPECT_FALSE(fs::exists(folder.path() / "MODFLOW"));
 }
@@ -94,9 +86,8 @@ TEST(ModelKinds, SuperFileGivesAModelThatConvertsWithAllOptions) {
         EXPECT_EQ(run.code, 0);
         EXPECT_THAT(run.err, testing::EndsWith(
                                  "porosity of the model itself is written, not the one that was given\n"));
-        EXPECT_THAT(run.out, HasSubstr("site.mfs: GMS model, rules modflow\n"));
-        EXPECT_THAT(run.out, HasSubstr("  cells               16\n"));
-        EXPECT_THAT(run.out, HasSubstr("  transport            2\n"));
+        expect_texts(run.out, {"site.mfs: GMS model, rules modflow\n", "  cells               16\n",
+                               "  transport            2\n"});
     }
     EXPECT_TRUE(fs::exists(folder.path() / "out/MT3D/mt3d_site_7_500000.pfz"));
     EXPECT_EQ(entry_count(folder), count + 1);
@@ -108,32 +99,16 @@ TEST(ModelKinds, InfoTellsThePlaceAndTheConcentrations) {
     const TempFolder folder;
     const std::string project = write_gms_model(folder);
     const auto count = entry_count(folder);
-    const ToolRun run = run_tool({"info", project, "--json"});
-    EXPECT_EQ(run.code, 0);
-    EXPECT_EQ(run.err, "");
-    const json model = json::parse(run.out);
-    EXPECT_EQ(model["kind"], "gms");
-    EXPECT_EQ(model["origin"], json::parse("[1000.5, 2000]"));
-    EXPECT_EQ(model["rotation"], 30);
-    EXPECT_EQ(model["start"], "1999-12-31 12:00:00");
-    EXPECT_EQ(model["active_cells"], 23);
-    ASSERT_EQ(model["results"].size(), 4u);
-    EXPECT_EQ(model["results"][1]["kind"], "flows");
-    const json dye = model["results"][3];
-    EXPECT_EQ(dye["file"], "site002.ucn");
-    EXPECT_EQ(dye["species"], "dye");
-    EXPECT_EQ(dye["steps"][1], json::parse(R"({"period":1,"step":1,"time":15})"));
-
-    const ToolRun text = run_tool({"info", project});
-    for (const char* line :
-         {"site.mfs: GMS model\n", "  origin  x 1000.5, y 2000; rotated by 30 degrees\n",
-          "  start   1999-12-31 12:00:00\n", "site001.ucn: concentrations, species salt, "}) {
-        EXPECT_THAT(text.out, HasSubstr(line));
-    }
-    const json alone = json::parse(run_tool({"info", folder.file("site001.ucn"), "--json"}).out);
-    EXPECT_EQ(alone["kind"], "concentrations");
-    EXPECT_EQ(alone["label"], "CONCENTRATION");
-    EXPECT_EQ(alone["layers"], 2);
+    const json model = json_of({"info", project});
+    expect_values(model, R"({"/kind": "gms", "/origin": [1000.5, 2000], "/rotation": 30, "/active_cells": 23,
+        "/start": "1999-12-31 12:00:00", "/results/1/kind": "flows", "/results/3/file": "site002.ucn",
+        "/results/3/species": "dye", "/results/3/steps/1": {"period": 1, "step": 1, "time": 15}})");
+    EXPECT_EQ(model["results"].size(), 4u);
+    expect_texts(run_tool({"info", project}).out,
+                 {"site.mfs: GMS model\n", "  origin  x 1000.5, y 2000; rotated by 30 degrees\n",
+                  "  start   1999-12-31 12:00:00\n", "site001.ucn: concentrations, species salt, "});
+    const json alone = json_of({"info", folder.file("site001.ucn")});
+    expect_values(alone, R"({"/kind": "concentrations", "/label": "CONCENTRATION", "/layers": 2})");
     EXPECT_EQ(alone["steps"].size(), 2u);
     EXPECT_EQ(entry_count(folder), count);
 }

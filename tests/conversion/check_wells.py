@@ -6,9 +6,8 @@ usage: check_wells.py PLXCONVERT LIBRARY
 
 LIBRARY holds models/gms_CH00365. Ends with 77 (skipped) where it does not exist.
 """
-import glob
 import math
-import os
+import pathlib
 import subprocess
 import sys
 import tempfile
@@ -19,8 +18,7 @@ TOLERANCE = 0.01  # feet
 
 def read_wells(path):
     """(name, x, y, layer, row, column, row offset, column offset) of each well; offsets in cell widths."""
-    with open(path) as f:
-        lines = f.read().splitlines()
+    lines = path.read_text().splitlines()
     places = {}
     for line in lines:
         if line.startswith('#GMSCOMMENT'):
@@ -34,28 +32,24 @@ def read_wells(path):
 
 def read_widths(dis, super_file):
     """DELR, DELC, origin and rotation in radians."""
-    with open(dis) as f:
-        lines = [line for line in f.read().splitlines() if not line.startswith('#')]
+    lines = [line for line in dis.read_text().splitlines() if not line.startswith('#')]
     first = next(i for i, line in enumerate(lines) if line.startswith('INTERNAL'))
     delr, delc = ([float(word) for word in lines[first + i].split()] for i in (1, 3))
     cards = {}
-    with open(super_file) as f:
-        for line in f.read().splitlines():
-            cards.setdefault(line.split()[0] if line.split() else '', line.split()[1:])
+    for words in map(str.split, super_file.read_text().splitlines()):
+        cards.setdefault(words[0] if words else '', words[1:])
     return delr, delc, [float(word) for word in cards['ORIG'][:2]], math.radians(float(cards['ROTZ'][0]))
 
 
 def read_layer_cells(out, layer):
     """Plan corners of a layer's cells: row edge and column edge from (0, 0) counter to the first corner."""
-    general = os.path.join(out, 'GENERAL')
-    with open(os.path.join(general, 'node_coordinates.xyz')) as f:
-        nodes = [tuple(map(float, line.split()[:2])) for line in f if not line.startswith('#')]
-    with open(glob.glob(os.path.join(out, 'MODFLOW', '*.pff'))[0], errors='replace') as f:
-        sets = [line.split() for line in f if line.startswith('CELL_SET_DEF')]
+    coordinates = (out / 'GENERAL' / 'node_coordinates.xyz').read_text().splitlines()
+    nodes = [tuple(map(float, line.split()[:2])) for line in coordinates if not line.startswith('#')]
+    field = next((out / 'MODFLOW').glob('*.pff')).read_text(errors='replace').splitlines()
+    sets = [line.split() for line in field if line.startswith('CELL_SET_DEF')]
     words = next(words for words in sets if '"Layer_%d"' % (layer - 1) in words)
     count, row = int(words[2]), int(words[words.index('ROW') + 1])
-    with open(os.path.join(general, 'connectivity.conn')) as f:
-        rows = f.read().splitlines()[row - 1:row - 1 + count]
+    rows = (out / 'GENERAL' / 'connectivity.conn').read_text().splitlines()[row - 1:row - 1 + count]
     return [[nodes[int(node)] for node in line.split()[:4]] for line in rows]
 
 
@@ -104,17 +98,17 @@ def check_well(well, cells, widths):
 
 def main():
     tool, library = sys.argv[1:3]
-    model = os.path.join(library, 'models', 'gms_CH00365')
-    inputs = os.path.join(model, 'CH00365_MODFLOW', 'CH00365')
-    if not os.path.isdir(model):
+    model = pathlib.Path(library) / 'models' / 'gms_CH00365'
+    inputs = model / 'CH00365_MODFLOW' / 'CH00365'
+    if not model.is_dir():
         print('no model library at %s' % library)
         return SKIPPED
-    wells = list(read_wells(inputs + '.hob'))
-    widths = read_widths(inputs + '.dis', inputs + '.mfs')
+    wells = list(read_wells(inputs.with_suffix('.hob')))
+    widths = read_widths(inputs.with_suffix('.dis'), inputs.with_suffix('.mfs'))
     with tempfile.TemporaryDirectory(prefix='plx_wells_') as out:
-        command = [tool, 'modflow', os.path.join(model, 'CH00365.gpr'), '--dest', out, '--quiet']
+        command = [tool, 'modflow', model / 'CH00365.gpr', '--dest', out, '--quiet']
         subprocess.run(command, check=True)
-        layers = {layer: read_layer_cells(out, layer) for layer in {well[3] for well in wells}}
+        layers = {layer: read_layer_cells(pathlib.Path(out), layer) for layer in {well[3] for well in wells}}
     faults = [fault for well in wells if (fault := check_well(well, layers[well[3]], widths))]
     print('\n'.join(faults) or '%d wells lie in their cells' % len(wells))
     return 1 if faults or len(wells) != 5 else 0

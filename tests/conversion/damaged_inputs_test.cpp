@@ -2,74 +2,26 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <string>
+#include <tuple>
 
-#include "plxutils/converters/Converter.h"
-#include "plxutils/converters/MODFLOW2000_Converter.h"
-#include "support/capture_stdout.h"
-#include "support/temp_folder.h"
-
-namespace fs = std::filesystem;
+#include "conversion/small_model.h"
 
 namespace {
 
-/// A copy of the small model that a test may damage, converted with every output on.
-class DamagedModel : public testing::Test {
-protected:
-    DamagedModel() {
-        for (const auto& entry : fs::directory_iterator(fs::path(PLX_TEST_DATA) / "small")) {
-            fs::copy(entry.path(), folder_.path());
-        }
-    }
+class DamagedModel : public testing::Test, protected plx::test::SmallModel {};
 
-    std::string read(const char* name) const { return folder_.read(name); }
-    void write(const char* name, const std::string& bytes) const { folder_.write(name, bytes); }
-    void replace(const char* name, const std::string& from, const std::string& to) const {
-        std::string text = read(name);
-        const auto at = text.find(from);
-        ASSERT_NE(at, std::string::npos) << from;
-        write(name, text.replace(at, from.size(), to));
-    }
-
-    plx::ConversionReport convert(const plx::ReadingRules& rules = plx::ReadingRules::modflow()) const {
-        MODFLOW2000_Converter factory;
-        factory.reading_rules = rules;
-        factory.keep_log = false;
-        VXFile project(folder_.file("small.nam").c_str());
-        int outputs[Converter::kOutputs] = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
-        plx::test::capture_stdout([&] {
-            Converter().create_converter(factory, project, 0, nullptr, false, outputs, false, 0.0, 0.0, 0.0,
-                                         0.0);
-        });
-        return factory.report;
-    }
-
-    plx::test::TempFolder folder_;
-};
-
-bool mentions(const plx::ConversionReport& report, const std::string& text) {
-    return std::any_of(report.errors.begin(), report.errors.end(),
-                       [&](const std::string& e) { return e.find(text) != std::string::npos; });
-}
-
-std::string joined(const plx::ConversionReport& report) {
+void expect_error(const plx::ConversionReport& report, const std::string& text) {
     std::string all;
-    for (const std::string& e : report.errors) all += e + "\n";
-    return all;
+    for (const std::string& error : report.errors) all += error + "\n";
+    EXPECT_NE(all.find(text), std::string::npos) << text << "\n" << all;
 }
 
 }  // namespace
 
 TEST_F(DamagedModel, FaultsOfTextInputsNameFileAndPlace) {
-    const struct {
-        const char* file;
-        const char* from;
-        const char* to;
-        const char* expected;
-    } cases[] = {
+    const std::string cases[][4] = {
         {"small.dis", "2 3 4 2 4 2", "2 -3 4 2 4 2", "small.dis: line 2"},
         {"small.dis", "2 3 4 2 4 2", "2 2147483647 2147483647 2 4 2", "small.dis: line 2"},
         {"small.dis", "2 3 4 2 4 2", "2 6000 6000 2 4 2",
@@ -85,59 +37,54 @@ TEST_F(DamagedModel, FaultsOfTextInputsNameFileAndPlace) {
         {"small.nam", "BAS6 12", "BAS5 12", "no basic package"},
         {"small.nam", "DIS  11", "DIS  2000000000", "unit 2000000000"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.file) + ": " + c.to);
-        const std::string whole = read(c.file);
-        replace(c.file, c.from, c.to);
-        const plx::ConversionReport report = convert();
-        EXPECT_TRUE(mentions(report, c.expected)) << joined(report);
-        write(c.file, whole);
+    for (const auto& [file, from, to, expected] : cases) {
+        const std::string whole = folder.read(file);
+        ASSERT_NE(whole.find(from), std::string::npos) << from;
+        replace(file, from, to);
+        expect_error(convert(), expected);
+        folder.write(file, whole);
     }
-    EXPECT_TRUE(convert().errors.empty()) << joined(convert());
+    EXPECT_TRUE(convert().errors.empty());
 }
 
 TEST_F(DamagedModel, ResultFilesMayBeCutAtAnyByte) {
-    for (const char* name : {"small.hds", "small.cbb"}) {
-        const std::string whole = read(name);
+    for (const std::string name : {"small.hds", "small.cbb"}) {
+        const std::string whole = folder.read(name);
         for (std::size_t bytes = 1; bytes < whole.size(); bytes += 61) {
-            SCOPED_TRACE(std::string(name) + " cut at byte " + std::to_string(bytes));
-            write(name, whole.substr(0, bytes));
+            SCOPED_TRACE(name + " cut at byte " + std::to_string(bytes));
+            folder.write(name, whole.substr(0, bytes));
             for (const auto& rules : {plx::ReadingRules::modflow(), plx::ReadingRules::prescribed()}) {
-                const plx::ConversionReport report = convert(rules);
-                EXPECT_LE(report.steps, 3);
+                std::filesystem::remove_all(out.path() / "GENERAL");
+                EXPECT_LE(convert(rules).steps, 3);
                 // Companion files come last: they are there whatever the results are like.
-                EXPECT_EQ(folder_.read("GENERAL/connectivity.conn").empty(), false);
+                EXPECT_NE(out.read("GENERAL/connectivity.conn"), "");
             }
         }
-        write(name, whole.substr(0, whole.size() - 3));
-        EXPECT_TRUE(mentions(convert(), std::string(name) + ": byte ")) << joined(convert());
-        write(name, whole);
+        folder.write(name, whole.substr(0, whole.size() - 3));
+        expect_error(convert(), name + ": byte ");
+        folder.write(name, whole);
     }
 }
 
-TEST_F(DamagedModel, HeadsOfAnotherGridAreRefused) {
-    std::string heads = read("small.hds");
-    heads[32] = 5;  // NCOL of the first record
-    write("small.hds", heads);
-    const plx::ConversionReport report = convert();
-    EXPECT_TRUE(mentions(report, "small.hds: byte 0: a layer of 3 rows and 5 columns, the model has 3 and 4"))
-        << joined(report);
+TEST_F(DamagedModel, ResultsOfAnotherKindAreRefused) {
+    const std::tuple<const char*, std::size_t, char, const char*> cases[] = {
+        // NCOL of the first head record, ITYPE of the first budget record.
+        {"small.hds", 32, 5, "small.hds: byte 0: a layer of 3 rows and 5 columns, the model has 3 and 4"},
+        {"small.cbb", 36, 9, "9 is not known"}};
+    for (const auto& [name, at, byte, expected] : cases) {
+        const std::string whole = folder.read(name);
+        std::string bytes = whole;
+        bytes[at] = byte;
+        folder.write(name, bytes);
+        const plx::ConversionReport report = convert();
+        expect_error(report, expected);
+        EXPECT_EQ(report.steps, 3) << name;
+        folder.write(name, whole);
+    }
 }
 
-TEST_F(DamagedModel, UnknownBudgetTypeEndsTheScanWithItsNumber) {
-    std::string flows = read("small.cbb");
-    flows[36] = 9;  // ITYPE of the first record
-    write("small.cbb", flows);
-    const plx::ConversionReport report = convert();
-    EXPECT_TRUE(mentions(report, "9 is not known") || mentions(report, "no budget record")) << joined(report);
-    EXPECT_EQ(report.steps, 3);
-}
-
-TEST_F(DamagedModel, WideAndMarkedResultsAreRefusedByThePlainRules) {
-    std::string marked = read("small.hds");
-    marked.insert(0, std::string("\x2c\0\0\0", 4));
-    marked.insert(48, std::string("\x2c\0\0\0", 4));
-    write("small.hds", marked);
-    const plx::ConversionReport report = convert(plx::ReadingRules::prescribed());
-    EXPECT_TRUE(mentions(report, "small.hds: byte 0")) << joined(report);
+TEST_F(DamagedModel, MarkedResultsAreRefusedByThePlainRules) {
+    const std::string marker("\x2c\0\0\0", 4), heads = folder.read("small.hds");
+    folder.write("small.hds", marker + heads.substr(0, 44) + marker + heads.substr(44));
+    expect_error(convert(plx::ReadingRules::prescribed()), "small.hds: byte 0");
 }

@@ -1,10 +1,8 @@
 // The example model as five programs keep it, converted with the tool: one mesh, the same results.
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <sstream>
@@ -12,27 +10,24 @@
 #include <vector>
 
 #include "support/golden_files.h"
+#include "support/run_program.h"
 #include "support/temp_folder.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kMeasure = "valley.nam";
-constexpr const char* kOthers[] = {"dresses/modflow96/valley.nam", "dresses/gms/valley.mfs",
-                                   "dresses/gms_hdf5/valley.gpr", "dresses/visual/valley.vmf"};
+using plx::test::ProgramRun;
+using plx::test::run_program;
 
-/// Exit code of a command, whose output goes to a file.
-int run(const std::string& command, const std::string& said) {
-    const int status = std::system((command + " </dev/null >'" + said + "' 2>&1").c_str());
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
+// The first is the measure of the others.
+const std::string kProjects[] = {"valley.nam", "dresses/modflow96/valley.nam", "dresses/gms/valley.mfs",
+                                 "dresses/gms_hdf5/valley.gpr", "dresses/visual/valley.vmf"};
 
 class FiveDresses : public testing::Test {
 protected:
     static void SetUpTestSuite() {
-        const plx::test::TempFolder streams;
-        have_python_ = run("command -v python3", streams.file("said")) == 0;
+        have_python_ = run_program("/usr/bin/env", {"python3", "-c", ""}).code == 0;
         if (!have_python_) return;
         folder_ = std::make_unique<plx::test::TempFolder>();
         const fs::path example = fs::path(PLX_EXAMPLES) / "valley";
@@ -40,26 +35,22 @@ protected:
             if (entry.path().filename().string().starts_with("valley"))
                 fs::copy(entry.path(), folder_->path());
         }
-        const std::string folder = " '" + folder_->path().string() + "'";
-        EXPECT_EQ(run("'" PLX_VALLEY_SOLVER "'" + folder, streams.file("said")), 0) << streams.read("said");
-        EXPECT_EQ(
-            run("python3 '" + (example / "make_dresses.py").string() + "'" + folder, streams.file("said")), 0)
-            << streams.read("said");
+        const std::string folder = folder_->path().string();
+        for (const auto& words : {std::vector<std::string>{PLX_VALLEY_SOLVER, folder},
+                                  {"python3", (example / "make_dresses.py").string(), folder}}) {
+            const ProgramRun run = run_program("/usr/bin/env", words);
+            EXPECT_EQ(run.code, 0) << run.out << run.err;
+        }
     }
     static void TearDownTestSuite() { folder_.reset(); }
     void SetUp() override {
         if (!have_python_) GTEST_SKIP() << "no python3";
     }
 
-    /// Exit code of the tool.
-    static int convert(const std::string& project, const fs::path& out, const std::string& options,
-                       std::string& said) {
-        const plx::test::TempFolder streams;
-        const int code = run("'" PLXCONVERT "' modflow '" + folder_->file(project) + "' --quiet --dest '" +
-                                 out.string() + "' " + options,
-                             streams.file("said"));
-        said = streams.read("said");
-        return code;
+    static ProgramRun convert(const std::string& project, const fs::path& out, const std::string& option,
+                              const std::string& value) {
+        return run_program(PLXCONVERT, {"modflow", folder_->file(project), "--quiet", "--dest", out.string(),
+                                        option, value});
     }
 
     static std::unique_ptr<plx::test::TempFolder> folder_;
@@ -103,17 +94,16 @@ std::ptrdiff_t count_fields(const std::vector<fs::path>& names, const char* fold
 TEST_F(FiveDresses, GiveOneMeshWithTheSameHeadsFlowsAndConcentrations) {
     // Materials and porosities are left out: not every program keeps them with its model.
     const std::string outputs =
-        "--outputs elevation,geo_layer,elev_top,elev_bottom,head_nodes,head_cells,ccf,boundary_flows,mt3d";
+        "elevation,geo_layer,elev_top,elev_bottom,head_nodes,head_cells,ccf,boundary_flows,mt3d";
     plx::test::TempFolder measure;
-    std::string said;
-    ASSERT_EQ(convert(kMeasure, measure.path(), outputs, said), 0) << said;
+    ASSERT_EQ(convert(kProjects[0], measure.path(), "--outputs", outputs).code, 0);
     const std::vector<fs::path> names = results_below(measure.path());
     EXPECT_EQ(count_fields(names, "MODFLOW"), 11);
     EXPECT_EQ(count_fields(names, "MT3D"), 6);
-    for (const char* project : kOthers) {
+    for (const std::string& project : kProjects) {
         SCOPED_TRACE(project);
         plx::test::TempFolder out;
-        EXPECT_EQ(convert(project, out.path(), outputs, said), 0) << said;
+        EXPECT_EQ(convert(project, out.path(), "--outputs", outputs).err, "");
         EXPECT_EQ(results_below(out.path()), names);
         for (const fs::path& name : names) {
             EXPECT_TRUE(essence(out.path() / name) == essence(measure.path() / name)) << name << " differs";
@@ -124,21 +114,14 @@ TEST_F(FiveDresses, GiveOneMeshWithTheSameHeadsFlowsAndConcentrations) {
 TEST_F(FiveDresses, TellWhatThePlainRulesCannotRead) {
     // The plain rules find no step of a Visual MODFLOW model but the first in a head file as MODFLOW writes
     // it; that is told.
-    const struct {
-        const char* project;
-        const char* complaint;
-    } cases[] = {{kMeasure, ""},
-                 {kOthers[0], ""},
-                 {kOthers[1], ""},
-                 {kOthers[2], ""},
-                 {kOthers[3], "valley.hds: byte "}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.project);
+    for (const std::string& project : kProjects) {
+        SCOPED_TRACE(project);
         const plx::test::TempFolder out;
-        std::string said;
-        EXPECT_EQ(convert(c.project, out.path(), "--rules prescribed", said), *c.complaint == '\0' ? 0 : 1);
-        EXPECT_EQ(said.empty(), *c.complaint == '\0') << said;
-        EXPECT_NE(said.find(c.complaint), std::string::npos) << said;
+        const std::string complaint = project.ends_with(".vmf") ? "valley.hds: byte " : "";
+        const ProgramRun run = convert(project, out.path(), "--rules", "prescribed");
+        EXPECT_EQ(run.code, complaint.empty() ? 0 : 1);
+        EXPECT_EQ(run.err.empty(), complaint.empty()) << run.err;
+        EXPECT_NE(run.err.find(complaint), std::string::npos) << run.err;
         EXPECT_NE(out.read("GENERAL/connectivity.conn"), "");
     }
 }

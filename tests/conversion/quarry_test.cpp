@@ -40,15 +40,13 @@ TEST(Quarry, FilesOfTheTextProjectAreTheGoldens) {
 TEST(Quarry, BothProjectsGiveTheSameSurfaces) {
     plx::test::TempFolder out;
     convert("quarry_hdf5.gpr", out.path());
-    const struct {
-        const char *hdf5, *text;
-    } surfaces[] = {{"tin_quarry_floor_elevation.gmf", "tin_quarry_floor_elevation.gmf"},
-                    {"tin_quarry_floor_thickness.gmf", "quarry_floor_thickness.gmf"},
-                    {"tin_quarry_floor_water.gmf", "quarry_floor_water.gmf"},
-                    {"2ds_seep_samples_sulfate.gmf", "2ds_seep_samples_sulfate.gmf"}};
-    for (const auto& surface : surfaces) {
-        EXPECT_NE(out.read(surface.hdf5), "") << surface.hdf5;
-        EXPECT_EQ(out.read(surface.hdf5), plx::test::read_bytes(kGolden / surface.text)) << surface.hdf5;
+    const char* const surfaces[][2] = {{"tin_quarry_floor_elevation.gmf", "tin_quarry_floor_elevation.gmf"},
+                                       {"tin_quarry_floor_thickness.gmf", "quarry_floor_thickness.gmf"},
+                                       {"tin_quarry_floor_water.gmf", "quarry_floor_water.gmf"},
+                                       {"2ds_seep_samples_sulfate.gmf", "2ds_seep_samples_sulfate.gmf"}};
+    for (const auto& [hdf5, text] : surfaces) {
+        EXPECT_NE(out.read(hdf5), "") << hdf5;
+        EXPECT_EQ(out.read(hdf5), plx::test::read_bytes(kGolden / text)) << hdf5;
     }
     EXPECT_EQ(body(out.read("bor.pgf")), body(plx::test::read_bytes(kGolden / "bor_quarry.pgf")));
     // The mesh is the same too; only the words for units are the project's own.

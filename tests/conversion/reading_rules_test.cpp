@@ -2,13 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
-#include "plxutils/converters/Converter.h"
-#include "plxutils/converters/MODFLOW2000_Converter.h"
-#include "support/capture_stdout.h"
-#include "support/temp_folder.h"
+#include "conversion/small_model.h"
 
 namespace fs = std::filesystem;
 
@@ -33,26 +31,21 @@ TEST(ReadingRules, EachRuleMakesItsOwnDifference) {
     for (const auto& c : cases) {
         for (const bool on : {false, true}) {
             SCOPED_TRACE(std::string(c.name) + (on ? " on" : " off"));
-            const plx::test::TempFolder folder;
-            for (const auto& entry : fs::directory_iterator(fs::path(PLX_TEST_DATA) / "small")) {
-                fs::copy(entry.path(), folder.path());
-            }
-            fs::copy(folder.path() / "small.hds", folder.path() / "SMALL.DAT");
-            std::string text = folder.read(c.file);
-            folder.write(c.file, text.replace(text.find(c.from), std::string(c.from).size(), c.to));
-            MODFLOW2000_Converter factory;
-            factory.reading_rules.*c.flag = on;
-            factory.keep_log = false;
-            VXFile project(folder.file("small.nam").c_str());
-            int outputs[Converter::kOutputs] = {0, 0, c.heads_at_nodes, 1, 0, 0,
-                                                0, 0, c.heads_of_cells, 0, 0};
-            plx::test::capture_stdout([&] {
-                Converter().create_converter(factory, project, 0, nullptr, false, outputs, false, 0, 0, 0, 0);
-            });
-            EXPECT_EQ(factory.report.steps, on ? c.rule_steps : c.plain_steps);
-            EXPECT_EQ(factory.report.rules_used.*c.flag, on);
-            EXPECT_NE(("\n" + folder.read("MODFLOW/" + std::string(c.written))).find(on ? c.rule : c.plain),
-                      std::string::npos);
+            plx::test::SmallModel model;
+            fs::copy(model.folder.path() / "small.hds", model.folder.path() / "SMALL.DAT");
+            model.replace(c.file, c.from, c.to);
+            plx::ReadingRules rules;
+            rules.*c.flag = on;
+            std::fill(std::begin(model.outputs), std::end(model.outputs), 0);
+            model.outputs[2] = c.heads_at_nodes;
+            model.outputs[3] = 1;
+            model.outputs[8] = c.heads_of_cells;
+            const plx::ConversionReport report = model.convert(rules);
+            EXPECT_EQ(report.steps, on ? c.rule_steps : c.plain_steps);
+            EXPECT_EQ(report.rules_used.*c.flag, on);
+            EXPECT_NE(
+                ("\n" + model.out.read("MODFLOW/" + std::string(c.written))).find(on ? c.rule : c.plain),
+                std::string::npos);
         }
     }
 }

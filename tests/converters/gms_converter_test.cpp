@@ -8,6 +8,7 @@
 #include "plxutils/converters/GMS_Converter.h"
 #include "plxutils/converters/GMS_HDF5_Converter.h"
 #include "support/capture_stdout.h"
+#include "support/golden_files.h"
 #include "support/hdf5_file.h"
 #include "support/result_files.h"
 #include "support/temp_folder.h"
@@ -23,7 +24,8 @@ const std::string kSuper =
 const std::string kNames = "DIS 19 m.dis\nBAS6 3 m.ba6\nDATA(BINARY) 30 m.hed\nDATA(BINARY) 40 m.ccf\n";
 const std::string kArray = "INTERNAL 1.0 (free) -1\n";
 
-std::string dis_file(const std::string& columns, const std::string& rows, const std::string& surfaces) {
+std::string dis_file(const std::string& surfaces, const std::string& columns = "10 20 \n",
+                     const std::string& rows = "5 6 \n") {
     return "# GMS\n1 2 2 1 4 1\n0\n" + kArray + columns + kArray + rows + surfaces + "1.0 1 1.0 SS\n";
 }
 
@@ -39,7 +41,7 @@ struct SmallModel {
     explicit SmallModel(bool hdf5) {
         folder.write("m.mfs", kSuper);
         folder.write("m.mfn", kNames);
-        folder.write("m.dis", dis_file("10 20 \n", "5 6 \n", hdf5 ? kHdf5Surfaces : kTextSurfaces));
+        folder.write("m.dis", dis_file(hdf5 ? kHdf5Surfaces : kTextSurfaces));
         folder.write("m.ba6", "FREE\n" + (hdf5 ? hdf5_record("ibound1") : kArray + "1 1 \n0 -1 \n") +
                                   "-999.0\nCONSTANT 5\n");
         const ResultStamp stamp{1, 1, 1.0, 1, 2, 2};
@@ -76,10 +78,8 @@ Conversion convert(const SmallModel& model, const std::string& project, const Re
     result.said = capture_stdout(
         [&] { Converter().create_converter(*factory, file, 0, nullptr, false, outputs, false, 0, 0, 0, 0); });
     for (const std::string& error : factory->report.errors) result.errors += error + "\n";
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(out.path())) {
-        if (entry.is_regular_file())
-            result.files[entry.path().filename().string()] = read_bytes(entry.path());
-    }
+    for (const auto& name : files_below(out.path()))
+        result.files[name.filename().string()] = read_bytes(out.path() / name);
     return result;
 }
 
@@ -107,45 +107,39 @@ TEST(GmsConverter, TextAndHdf5ArraysGiveOneResult) {
 }
 
 TEST(GmsConverter, BadInputsAreTold) {
-    struct Case {
-        const char *project, *file;
-        std::string text, said, error;
-    };
     const std::string write = "MODFLOW : Write_File - Error reading ",
                       own = "GMS_HDF5_Converter : Write_File - ";
-    const std::string tops = kArray + "9 8 \n7 6.5 \n";
-    const Case cases[] = {
-        {"m.mfs", "m.mfs", "MFUSGSUP\n", "", "m.mfs: line 1: MFUSGSUP, an unstructured model"},
-        {"m.mfs", "m.mfs", "MF2KSUP\n", "MODFLOW : (*.mfn) does not exist.\n", "m.mfs: no card NAME"},
-        {"m.mfs", "m.mfs", "NAME no.mfn\n", "(*.mfn) does not exist.\n",
-         "no.mfn: the name file cannot be opened"},
-        {"m.mfs", "m.mfs", kSuper + "ORIG a b\n", write + "translation coordinates! \nORIG a b\n", "line 8"},
-        {"m.mfs", "m.mfs", kSuper + "REFTIME x\n", write + "Reference Time! \nREFTIME x\n", "line 8"},
-        {"m.gpr", "m.mfs", kSuper + "ROTZ\n", own + "Error reading translation coordinates! \nROTZ\n",
-         "line 8"},
-        {"m.mfn", "m.mfn", kNames, "detected for GMS converter, please select a *.mfs file\n", "m.mfn: not"},
-        {"m.mfs", "m.mfn", "DIS 19 m.dis\n", "Error reading ba6 file\n", "no basic package"},
-        {"m.gpr", "m.mfn", "DIS 19 m.dis\n", "BA6 File not detected.\n", "no basic package"},
-        {"m.mfs", "m.mfn", "DIS 19 m.dis\nBAS6 3 no\n", "Error reading ba6 file\n", "no cannot be opened"},
-        {"m.mfs", "m.mfn", "BAS6 3 m.ba6\n", "DIS file not detected.\n", "no discretization file"},
-        {"m.mfs", "m.mfn", "DIS 1 m.dis\nDATA(BINARY) 3 x.ccf\n", "x.ccf file not found\n", "no basic"},
-        {"m.mfs", "m.dis", dis_file("10 x \n", "5 6 \n", kTextSurfaces),
-         write + "column coordinates! \n10 x\n", "m.dis: line 5: \"x\" in DELR is not a number"},
-        {"m.gpr", "m.dis", dis_file("1 1 \n", "5 6q \n", kTextSurfaces),
-         own + "Error reading row coordinates! \n5 6q\n", "m.dis: line 7: \"6q\" in DELC"},
-        {"m.mfs", "m.dis", dis_file("1 1 \n", "5 6 \n", tops + kArray),
-         write + "cell elevation! \n1.0 1 1.0 SS\n", "BOTM of layer 1"},
-        {"m.mfs", "m.dis", dis_file("1 1 \n", "5 6 \n", tops + hdf5_record("no")),
-         write + "cell elevation! \n", "Arrays/no"},
-        {"m.gpr", "m.dis", dis_file("1 1 \n", "5 6 \n", tops + hdf5_record("top1", "2 0 2 0 2")),
-         own + "Error reading cell elevation! \n", "Arrays/top1"},
-        {"m.mfs", "m.ba6", "FREE\n" + kArray + "1 q \n0 1 \n-999\nCONSTANT 5\n",
+    const std::string hdf5 = "m.gpr", tops = kArray + "9 8 \n7 6.5 \n";
+    const struct {
+        const char* file;
+        std::string text, said, error, project = "m.mfs";
+    } cases[] = {
+        {"m.mfs", "MFUSGSUP\n", "", "m.mfs: line 1: MFUSGSUP, an unstructured model"},
+        {"m.mfs", "MF2KSUP\n", "MODFLOW : (*.mfn) does not exist.\n", "m.mfs: no card NAME"},
+        {"m.mfs", "NAME no.mfn\n", "(*.mfn) does not exist.\n", "no.mfn: the name file cannot be opened"},
+        {"m.mfs", kSuper + "ORIG a b\n", write + "translation coordinates! \nORIG a b\n", "line 8"},
+        {"m.mfs", kSuper + "REFTIME x\n", write + "Reference Time! \nREFTIME x\n", "line 8"},
+        {"m.mfs", kSuper + "ROTZ\n", own + "Error reading translation coordinates! \nROTZ\n", "line 8", hdf5},
+        {"m.mfn", kNames, "detected for GMS converter, please select a *.mfs file\n", "m.mfn: not", "m.mfn"},
+        {"m.mfn", "DIS 19 m.dis\n", "Error reading ba6 file\n", "no basic package"},
+        {"m.mfn", "DIS 19 m.dis\n", "BA6 File not detected.\n", "no basic package", hdf5},
+        {"m.mfn", "DIS 19 m.dis\nBAS6 3 no\n", "Error reading ba6 file\n", "no cannot be opened"},
+        {"m.mfn", "BAS6 3 m.ba6\n", "DIS file not detected.\n", "no discretization file"},
+        {"m.mfn", "DIS 1 m.dis\nDATA(BINARY) 3 x.ccf\n", "x.ccf file not found\n", "no basic"},
+        {"m.dis", dis_file(kTextSurfaces, "10 x \n"), write + "column coordinates! \n10 x\n",
+         "m.dis: line 5: \"x\" in DELR is not a number"},
+        {"m.dis", dis_file(kTextSurfaces, "1 1 \n", "5 6q \n"),
+         own + "Error reading row coordinates! \n5 6q\n", "m.dis: line 7: \"6q\" in DELC", hdf5},
+        {"m.dis", dis_file(tops + kArray), write + "cell elevation! \n1.0 1 1.0 SS\n", "BOTM of layer 1"},
+        {"m.dis", dis_file(tops + hdf5_record("no")), write + "cell elevation! \n", "Arrays/no"},
+        {"m.dis", dis_file(tops + hdf5_record("top1", "2 0 2 0 2")), own + "Error reading cell elevation! \n",
+         "Arrays/top1", hdf5},
+        {"m.ba6", "FREE\n" + kArray + "1 q \n0 1 \n-999\nCONSTANT 5\n",
          write + "cell status on line 3!\n1 q\n", "m.ba6: line 3: \"q\" in IBOUND of layer 1"},
-        {"m.gpr", "m.gpr", "no HDF5", "",
-         "m.gpr: the project cannot be read as HDF5, dataset \"3DGridModule"}};
-    for (const Case& one : cases) {
+        {"m.gpr", "no HDF5", "", "m.gpr: the project cannot be read as HDF5, dataset \"3DGridModule", hdf5}};
+    for (const auto& one : cases) {
         for (const ReadingRules& rules : {ReadingRules::prescribed(), ReadingRules::modflow()}) {
-            SCOPED_TRACE(std::string(one.file) + ": " + one.text);
+            SCOPED_TRACE(one.file + (": " + one.text));
             const SmallModel model(false);
             model.folder.write(one.file, one.text);
             const Conversion result = convert(model, one.project, rules);
@@ -171,9 +165,8 @@ TEST(GmsHdf5Converter, ProjectNamesTheSuperFile) {
     }
     // Letters one by one, as texts and as numbers.
     Hdf5Writer(model.folder.file("q.gpr")).strings(SmallModel::kNameFile, {"m", ".", "m", "f", "s"});
-    EXPECT_EQ(convert(model, "q.gpr", {}).errors, "");
     Hdf5Writer(model.folder.file("r.gpr")).ints(SmallModel::kNameFile, {6}, {'m', '.', 'm', 'f', 's', 0});
-    EXPECT_EQ(convert(model, "r.gpr", {}).errors, "");
+    for (const char* project : {"q.gpr", "r.gpr"}) EXPECT_EQ(convert(model, project, {}).errors, "");
     // Only the modelling programs' rules take the name file alone.
     std::filesystem::remove(model.folder.file("m.mfs"));
     EXPECT_EQ(convert(model, "m.gpr", ReadingRules::modflow()).errors, "");

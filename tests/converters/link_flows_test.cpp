@@ -28,9 +28,8 @@ std::string two_steps(const ResultStyle& style) {
 }
 
 /// A factory whose flow unit holds the bytes, scanned.
-struct Scan {
-    Scan(const std::string& bytes, bool modflow_rules) : model(set_grid(factory, {2, 1, 2}, folder)) {
-        if (modflow_rules) factory.reading_rules = ReadingRules::modflow();
+struct Scan : GridModel {
+    Scan(const std::string& bytes, bool modflow_rules) : GridModel({2, 1, 2}, modflow_rules) {
         factory.ccf_unit = 40;
         model.streams.open_unit(40, VXFile(folder.write("site.cbb", bytes).c_str()).GetFilePath().c_str());
         printed = capture_stdout([this] { factory.parseMT3D_CCF_datapos(); });
@@ -47,11 +46,6 @@ struct Scan {
         }
         return text.str();
     }
-
-    TempFolder folder;
-    ConverterFactory factory;
-    ModelState& model;
-    std::string printed;
 };
 
 }  // namespace
@@ -62,7 +56,7 @@ TEST(LinkFlows, StepIsLoadedLikeABudgetFile) {
         Scan scan(two_steps(style), true);
         EXPECT_THAT(scan.printed, HasSubstr("Stream data not supported... Skipping.\n"
                                             "Reservoir data not supported... Skipping.\n"));
-        EXPECT_TRUE(scan.factory.report.errors.empty());
+        EXPECT_TRUE(scan.report.errors.empty());
         EXPECT_TRUE(scan.factory.has_wells && scan.factory.has_recharge && !scan.factory.has_storage);
         EXPECT_EQ(scan.model.flows.times,
                   (std::map<std::pair<int, int>, double>{{{1, 0}, -1.0}, {{1, 1}, -1.0}}));
@@ -87,7 +81,7 @@ TEST(LinkFlows, FilesThatCannotBeReadAreTold) {
         {two_steps({}).substr(0, 150), true, "site.cbb: byte 99: the record is cut short or damaged"}};
     for (const auto& [bytes, modflow_rules, error] : cases) {
         Scan scan(bytes, modflow_rules);
-        EXPECT_THAT(scan.factory.report.errors, testing::ElementsAre(HasSubstr(error)));
+        EXPECT_THAT(scan.report.errors, testing::ElementsAre(HasSubstr(error)));
         EXPECT_EQ(scan.load(0), "0 0 0 0 ");
     }
 }

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "converters/small_grid.h"
 #include "plxutils/geometry/cgPointList.h"
 #include "plxutils/interpolate/VXInterpolateGrid.h"
 
@@ -105,17 +106,13 @@ TEST(NodeMesh, WeightsAndElevationsAreThoseOfTheGriddedInterpolation) {
 }
 
 TEST(NodeMesh, CellsWithoutExtentShareTheWeight) {
-    const GridSize size{1, 1, 2};
-    GridGeometry geometry;
+    const test::GridModel grid({1, 1, 2});
+    GridGeometry& geometry = grid.model.geometry;
     geometry.column_edges = {0.0, 0.0, 0.0};
     geometry.row_edges = {0.0, 0.0};
-    geometry.tops =
-        geometry.bottoms = {std::make_shared<const std::vector<double>>(std::vector<double>{4.0, 6.0})};
-    CellFlags flags;
-    flags.resize(size);
-    for (const std::size_t cell : {0U, 1U}) flags.set(cell, 1, true, false);
+    geometry.tops = {std::make_shared<const std::vector<double>>(std::vector<double>{4.0, 6.0})};
     std::vector<double> z;
-    NodeMesh(size, geometry, flags, false).elevations(0, 0, z);
+    NodeMesh(grid.model.size(), grid.model.geometry, grid.model.flags, false).elevations(0, 0, z);
     EXPECT_EQ(z, (std::vector<double>{4.0, 5.0, 6.0, 4.0, 5.0, 6.0}));
 }
 

@@ -14,23 +14,18 @@ using Values = std::vector<double>;
 constexpr bool kPlain = false, kModflow = true;
 
 /// What a model of 2 layers, 1 row and 3 columns takes from a porosity source.
-struct Reading {
+struct Reading : GridModel {
     Reading(const char* source, const std::string& text, bool modflow_rules = false,
-            const std::string& package = {}) {
-        ModelState& model = set_grid(factory, {2, 1, 3}, folder);
-        if (modflow_rules) factory.reading_rules = ReadingRules::modflow();
+            const std::string& package = {})
+        : GridModel({2, 1, 3}, modflow_rules) {
         if (!package.empty()) folder.write("site.btn", package);
         factory.out_porosity = true;
         factory.porosity_file = VXFile(folder.write(source, text).c_str());
         printed = capture_stdout([this] { factory.parsePOR(); });
-        values = model.porosity;
-        for (const std::string& error : factory.report.errors) errors += error + '\n';
+        for (const std::string& error : report.errors) errors += error + '\n';
     }
-
-    TempFolder folder;
-    ConverterFactory factory;
-    std::string printed, errors;
-    Values values;
+    const Values& values = model.porosity;
+    std::string errors;
 };
 
 /// A transport package of the model's size with its own layout up to the porosity.

@@ -25,5 +25,23 @@ TEST(UnitStreams, Hdf5FilesAreFoundBesideTheInputThenBesideTheModel) {
     EXPECT_LT(streams.hdf5_file("in/site.dis", dis), 0);
 }
 
+TEST(UnitStreams, UnitNumbersHaveAnEnd) {
+    const test::TempFolder folder;
+    const std::string path = folder.write("a.txt", "1\n");
+    VX1DArray<std::FILE*> files;
+    files.SetSize(100, nullptr);
+    UnitStreams streams(files, [&] { return folder.path().string(); });
+    const std::pair<int, bool> cases[] = {{-2147483647, false}, {-1, false},        {0, true},
+                                          {99, true},           {100, true},        {99'999, true},
+                                          {100'000, false},     {2147483647, false}};
+    for (const auto& [unit, opened] : cases) {
+        SCOPED_TRACE(unit);
+        EXPECT_EQ(streams.open_unit(unit, path), opened);
+        EXPECT_EQ(streams.file(unit) != nullptr, opened);
+        EXPECT_EQ(streams.unit(unit) != nullptr, opened);
+    }
+    EXPECT_LE(files.GetSize(), 200'000);
+}
+
 }  // namespace
 }  // namespace plx

@@ -3,9 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <cstdio>
 #include <string>
-#include <vector>
 
 #include "plxutils/core/VXOutputFile.h"
 #include "support/capture_stdout.h"
@@ -23,10 +21,9 @@ std::string join(const VX1DArray<String>& words) {
 }
 
 TEST(LineToWords, SplitsWordsQuotesAndComments) {
-    struct Case {
+    const struct {
         const char *line, *delims, *words, *with_comments;
-    };
-    const std::vector<Case> cases = {
+    } cases[] = {
         {"a  \"b c\"  'd' x\"y z\" # e", " \t", "[a][b c][d][x\"y][z\"][#][e]", "[a][b c][d][x\"y][z\"]"},
         {"\"\" '' \"it's\"'a\"b'c '", " ", "[][][it's][a\"b][c][]", "[][][it's][a\"b][c][]"},
         {",,a#b,, \"#\",c,\"open, # end", ", ", "[a#b][#][c][open, # end]", "[a#b][#][c][open, # end]"},
@@ -34,7 +31,7 @@ TEST(LineToWords, SplitsWordsQuotesAndComments) {
         {"# \t", " \t", "[#]", ""}};
     VX1DArray<String> words;
     int count = 99;
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         LineToWords(c.line, c.delims, count, words, false);
         EXPECT_EQ(join(words), c.words) << c.line;
         LineToWords(c.line, c.delims, count, words, true);
@@ -58,22 +55,21 @@ protected:
 };
 
 TEST_F(Reader, EndIsKnownAfterAReadThatFoundNothing) {
-    struct Case {
-        const char *bytes, *all, *uncommented;  // results of the calls, then the number of lines
-    };
-    const std::vector<Case> cases = {{"a\r\n\r\n", "1 0 -1 @3", "1 -1 @3"},
-                                     {"a b", "2 -1 @1", "2 -1 @1"},
-                                     {"", "-1 @1", "-1 @1"},
-                                     {"a\n,", "1 -1 @2", "1 -1 @2"},
-                                     {",\nb c\n", "0 2 -1 @3", "0 2 -1 @3"},
-                                     {"# x\n\n #y\nz\n", "2 0 1 1 -1 @5", "1 -1 @5"}};
-    for (const Case& c : cases) {
+    // With the results of the calls, then the number of lines.
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"a\r\n\r\n", "1 0 -1 @3", "1 -1 @3"},
+        {"a b", "2 -1 @1", "2 -1 @1"},
+        {"", "-1 @1", "-1 @1"},
+        {"a\n,", "1 -1 @2", "1 -1 @2"},
+        {",\nb c\n", "0 2 -1 @3", "0 2 -1 @3"},
+        {"# x\n\n #y\nz\n", "2 0 1 1 -1 @5", "1 -1 @5"}};
+    for (const auto& [bytes, all, uncommented] : cases) {
         for (const bool skip : {false, true}) {
-            open(c.bytes);
+            open(bytes);
             std::string results;
             for (int n = 0; n >= 0; results += std::to_string(n) + " ") n = next(skip);
             results += "@" + std::to_string(reader_.CurrentLineNumber());
-            EXPECT_EQ(results, skip ? c.uncommented : c.all) << c.bytes;
+            EXPECT_EQ(results, skip ? uncommented : all) << bytes;
         }
     }
 }
@@ -123,25 +119,20 @@ TEST_F(Reader, WordsAreFoundAndCopied) {
 TEST_F(Reader, WordsAreNumbers) {
     open("3.9 -3.9 1.5D3 x 1e20 ''");
     next();
-    std::string results;
+    String results;
     int i = 7;
     double d = 7;
-    for (int n = 0; reader_.WordToInt(n, i) && reader_.WordToDouble(n, d); ++n) {
-        char text[64];
-        results +=
-            std::string(text, static_cast<std::size_t>(std::snprintf(text, sizeof text, "%d=%g ", i, d)));
-    }
-    EXPECT_EQ(results, "3=3.9 -3=-3.9 1500=1500 0=0 -2147483648=1e+20 ") << "up to the empty word";
+    for (int n = 0; reader_.WordToInt(n, i) && reader_.WordToDouble(n, d); ++n)
+        results.Format("%s%d=%g ", results.c_str(), i, d);
+    EXPECT_STREQ(results.c_str(), "3=3.9 -3=-3.9 1500=1500 0=0 -2147483648=1e+20 ") << "up to the empty word";
     EXPECT_EQ(capture_stdout([&] { EXPECT_FALSE(reader_.WordToInt(-1, i)); }), "[-1] index out of bounds.\n");
     EXPECT_EQ(capture_stdout([&] { EXPECT_FALSE(reader_.WordToDouble(6, d)); }), "");
     EXPECT_TRUE(i == INT_MIN && d == 1e20) << "unchanged";
 }
 
 TEST_F(Reader, ChemistryAndGeologyWords) {
-    struct Case {
-        const char *word, *chem, *geo;  // result, value, and the flag of the first
-    };
-    const std::vector<Case> cases = {
+    // With result, value, and the flag of the first.
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"12.5", "1 12.5 0", "1 12.5"},         {"<5", "1 0.5 1", "0 -1e+09"},
         {"<<2e1x", "1 2 1", "0 -1e+09"},        {"<", "0 -1e+09 1", "0 -1e+09"},
         {"ND", "1 -7 2", "0 -1e+09"},           {"Non-Detect", "1 -7 2", "0 -1e+09"},
@@ -150,19 +141,19 @@ TEST_F(Reader, ChemistryAndGeologyWords) {
         {"Pinch-Out", "0 -1e+09 0", "1 1e+09"}, {"PINCH", "0 -1e+09 0", "1 1e+09"},
         {"short", "0 -1e+09 0", "1 -1e+09"},    {"unk", "1 -1e+09 0", "1 -1e+09"},
         {"''", "0 -1e+09 0", "0 -1e+09"}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.word);
-        open(c.word);
+    for (const auto& [word, chemistry, geology] : cases) {
+        SCOPED_TRACE(word);
+        open(word);
         next();
         double v = 1, elevation = 1;
         int flag = 9;
         String chem, geo;
         const bool measured = reader_.WordToChemValue(0, 0.1, -7, v, flag);
         chem.Format("%d %g %d", measured, v, flag);
-        EXPECT_STREQ(chem.c_str(), c.chem);
+        EXPECT_STREQ(chem.c_str(), chemistry);
         const bool reached = reader_.WordToGeoValue(0, elevation);
         geo.Format("%d %g", reached, elevation);
-        EXPECT_STREQ(geo.c_str(), c.geo);
+        EXPECT_STREQ(geo.c_str(), geology);
     }
 }
 

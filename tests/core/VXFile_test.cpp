@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "plxutils/core/VXNativePath.h"
+#include "plxutils/core/VXUtilities.h"
 #include "support/host_system.h"
 #include "support/temp_folder.h"
 
@@ -45,19 +46,39 @@ TEST(VXFile, NormalisesPaths) {
     EXPECT_EQ(VXFile(("c:/" + repeated("long", 300)).c_str()).GetFilePath().GetLength(), 3 + 127);
 }
 
-TEST(VXFile, SplitsThePath) {
-    struct Case {
-        const char *name, *file, *title, *extension, *directory, *drive;
+TEST(MakeFilename, NamesAreCutWhereTheyAlwaysWere) {
+    SetFileTag("$Long>", std::string(1000, 'v').c_str());
+    const std::pair<std::string, std::string> cases[] = {
+        {std::string(1022, 'n'), std::string(1022, 'n')},
+        {std::string(1023, 'n'), std::string(1023, 'n')},
+        {std::string(1024, 'n'), std::string(1023, 'n')},
+        {"$Long>" + std::string(23, 'n') + "x", std::string(1000, 'v') + std::string(23, 'n')},
+        {repeated("$none>", 1365) + "abc", "ab"},  // 8192 characters are looked at before any is expanded
+        {repeated("$none>", 1366), "$n"},
     };
+    for (const auto& [name, made] : cases) {
+        SCOPED_TRACE(name.substr(0, 20) + " of " + std::to_string(name.size()));
+        EXPECT_EQ(MakeFilename(name.c_str()).c_str(), made);
+        std::vector<char> buffer(name.size() + 2000, '\x7f');
+        name.copy(buffer.data(), name.size());
+        buffer[name.size()] = '\0';
+        FixFilenameString(buffer.data());
+        EXPECT_LE(std::string(buffer.data()).size(), 1023U);
+    }
+}
+
+TEST(VXFile, SplitsThePath) {
     // clang-format off
-    const std::vector<Case> cases = {
+    const struct {
+        const char *name, *file, *title, *extension, *directory, *drive;
+    } cases[] = {
         {"c:\\data\\well.dat", "well.dat", "well", "dat", "c:\\data", "c:\\"},
         {"c:\\data\\readme", "readme", "readm", "", "c:\\data", "c:\\"},
         {"c:\\a.b\\x.", "x.", "x", "", "c:\\a.b", "c:\\"}, {"x.tar.gz", "x.tar.gz", "x.tar", "gz", "x.tar.gz", "x.t"},
         {nullptr, "", "", "", "c:", ""}, {"", "", "", "", "c:", ""}};
     // clang-format on
     VXFile file;
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name ? c.name : "null");
         file.SetFile(c.name);
         EXPECT_STREQ(file.GetFileName().c_str(), c.file);

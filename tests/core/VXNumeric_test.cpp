@@ -12,20 +12,13 @@
 #include "plxutils/core/VXTimer.h"
 #include "support/capture_stdout.h"
 
-namespace {
-
 TEST(VXNumeric, RoundsHalfAwayFromZero) {
-    struct Case {
-        double v;
-        int digits;
-        double rounded;
-    };
-    const std::vector<Case> cases = {
+    const std::tuple<double, int, double> cases[] = {
         {2.345, 2, 2.35}, {-2.5, 0, -3},       {2.5, 0, 3},      {1234, -2, 1200}, {1250, -2, 1300},
         {1.5, 309, 1.5},  {1e300, 10, 1e300},  {0, 400, 0},      {5, -400, 0},     {5e-9, 8, 1e-8},
         {4.9e-9, 8, 0},   {1.5, INT_MAX, 1.5}, {0.125, 2, 0.13}, {7, INT_MIN, 0}};
-    for (const Case& c : cases)
-        EXPECT_DOUBLE_EQ(RoundDouble(c.v, c.digits), c.rounded) << c.v << " " << c.digits;
+    for (const auto& [v, digits, rounded] : cases)
+        EXPECT_DOUBLE_EQ(RoundDouble(v, digits), rounded) << v << " " << digits;
 }
 
 TEST(VXNumeric, PiLiesOneStepAboveTheNearestDouble) {
@@ -60,5 +53,3 @@ TEST(VXTimer, MeasuresElapsedTime) {
     EXPECT_EQ(sections.seconds(), 0) << "whole seconds only";
     EXPECT_EQ(plx::test::capture_stdout([&] { timer.print(); }).substr(0, 3), "[0.");
 }
-
-}  // namespace

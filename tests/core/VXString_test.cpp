@@ -13,19 +13,14 @@ std::string text(const String& s) { return {s.c_str(), static_cast<std::size_t>(
 
 TEST(String, PartsAreClamped) {
     const String abc("abc");
-    struct Case {
-        int start, count;
-        const char *mid, *erased;
-    };
-    const std::vector<Case> cases = {
+    const std::tuple<int, int, const char*, const char*> cases[] = {
         {5, 2, "", "abc"},       {1, 100, "bc", "a"},      {-1, 2, "ab", "bc"},
         {0, 0, "", "abc"},       {1, 1, "b", "ac"},        {INT_MIN, 5, "abc", "abc"},
         {1, INT_MAX, "bc", "a"}, {3, 1, "", "abc"},        {INT_MAX, INT_MAX, "", "abc"},
         {1, -1, "", "aabc"},     {-1, INT_MIN, "", "abc"}, {-5, 100, "abc", ""}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::to_string(c.start) + "," + std::to_string(c.count));
-        EXPECT_EQ(text(abc.Mid(c.start, c.count)), c.mid);
-        EXPECT_EQ(text(String(abc).erase(c.start, c.count)), c.erased);
+    for (const auto& [start, count, mid, erased] : cases) {
+        EXPECT_EQ(text(abc.Mid(start, count)), mid) << start << "," << count;
+        EXPECT_EQ(text(String(abc).erase(start, count)), erased) << start << "," << count;
     }
     const std::vector<std::pair<int, const char*>> ends = {
         {INT_MIN, "|"}, {-3, "|"}, {0, "|"}, {2, "ab|bc"}, {10, "abc|abc"}};
@@ -41,13 +36,12 @@ TEST(String, FindsFromAStart) {
 }
 
 TEST(String, ChangesMayUseItsOwnText) {
-    struct Case {
+    const struct {
         const char *from, *before, *after, *expected;
-    };
-    const std::vector<Case> cases = {{"a\nb\n", "\n", "\r\n", "a\r\nb\r\n"}, {"aaa", "aa", "a", "aa"},
-                                     {"aXbX", "X", "XX", "aXXbXX"},          {"abc", "", "x", "abc"},
-                                     {"abc", nullptr, "x", "abc"},           {"abcb", "b", nullptr, "ac"}};
-    for (const Case& c : cases)
+    } cases[] = {{"a\nb\n", "\n", "\r\n", "a\r\nb\r\n"}, {"aaa", "aa", "a", "aa"},
+                 {"aXbX", "X", "XX", "aXXbXX"},          {"abc", "", "x", "abc"},
+                 {"abc", nullptr, "x", "abc"},           {"abcb", "b", nullptr, "ac"}};
+    for (const auto& c : cases)
         EXPECT_EQ(text(String(c.from).Replace(c.before, c.after)), c.expected) << c.from;
     String own("abab");
     EXPECT_EQ(text(own.Replace("b", own.c_str())), "aababaabab");

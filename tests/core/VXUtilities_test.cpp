@@ -19,19 +19,16 @@ Words words_of(const char* delims, const std::string& text, int max_words, int w
 }
 
 TEST(StrToWords, SplitsWithQuotesAndLimits) {
-    struct Case {
-        const char *delims, *text;
-        Words expected;
-    };
     // clang-format off
-    const std::vector<Case> cases = {
+    const std::tuple<const char*, const char*, Words> cases[] = {
         {nullptr, " a, b\t\tc\r\n", {"a", "b", "c"}}, {nullptr, "", {}}, {nullptr, " ,\t", {}},
         {nullptr, "\"a b\" c d", {"a b", " c d"}}, {nullptr, "\"\"x y\" z", {"x y", " z"}},
         {nullptr, "x\"y z\"", {"x\"y", "z\""}}, {nullptr, "\"to end", {"to end"}},
         {nullptr, "abcdefghij k", {"abcdefg", "k"}}, {nullptr, "1 2 3 4 5", {"1", "2", "3", "4"}},
         {";", ";;a b;\"c\"", {"a b", "c"}}, {";", ";\"a;b\"", {"\"a", "b\""}}, {";", ";", {}}, {"", "a b", {"a b"}}};
     // clang-format on
-    for (const Case& c : cases) EXPECT_EQ(words_of(c.delims, c.text, 4, 8), c.expected) << c.text;
+    for (const auto& [delims, text, expected] : cases)
+        EXPECT_EQ(words_of(delims, text, 4, 8), expected) << text;
 }
 
 TEST(StrToWords, CountHasEightBits) {
@@ -60,11 +57,12 @@ TEST(SetExtension, ReadsTheExtension) {
     // clang-format off
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"FILE.TXT", "txt"}, {"c:\\a.b\\file", ""}, {"/a.b/file", ""}, {"x.tar.GZ", "gz"}, {"x.", ""}, {"", ""},
-        {std::string(1000, 'a') + "." + std::string(500, 'e'), std::string(22, 'e')}};
+        {std::string(1000, 'a') + "." + std::string(500, 'e'), std::string(22, 'e')},
+        {std::string(1020, 'n') + ".abc", "ab"}, {std::string(1023, 'n') + ".abc", ""}};
     // clang-format on
     for (const auto& [name, expected] : cases) {
         char ext[1024] = "before";
-        EXPECT_EQ(SetExtension(name.c_str(), ext) != 0, !expected.empty()) << name;
+        EXPECT_EQ(SetExtension(name.c_str(), ext), expected.empty() ? 0 : 1) << name;
         EXPECT_EQ(ext, expected) << name;
     }
 }
@@ -96,14 +94,18 @@ TEST(TextFiles, WriteTranslatesOnlyInTextMode) {
 
 TEST(TextFiles, ReadDecompressesAndKeepsEveryByte) {
     const plx::test::TempFolder folder;
-    const std::string bytes = "line\r\n" + std::string(1, '\0') + std::string(20000, 'x');
-    folder.write("Plain.txt", bytes);
-    const gzFile out = gzopen(folder.file("packed.gz").c_str(), "wb9");
-    gzwrite(out, bytes.data(), static_cast<unsigned>(bytes.size()));
-    gzclose(out);
-    for (const char* name : {"plain.txt", "packed.gz"}) {
-        const String text = ReadStringFromFile(folder.file(name).c_str());
-        EXPECT_EQ(std::string(text.c_str(), static_cast<std::size_t>(text.GetLength())), bytes) << name;
+    const std::string bytes = "line\r\n" + std::string(1, '\0') + std::string(20000, 'x') + "e";
+    for (const std::size_t size : {0U, 1U, 8191U, 8192U, 8193U, 16384U, 20008U}) {
+        const std::string part = bytes.substr(bytes.size() - size);
+        folder.write("Plain.txt", part);
+        const gzFile out = gzopen(folder.file("packed.gz").c_str(), "wb9");
+        gzwrite(out, part.data(), static_cast<unsigned>(size));
+        gzclose(out);
+        for (const char* name : {"plain.txt", "packed.gz"}) {
+            const String text = ReadStringFromFile(folder.file(name).c_str());
+            const std::string_view read(text.c_str(), static_cast<std::size_t>(text.GetLength()));
+            EXPECT_EQ(read, part) << name << " of " << size;
+        }
     }
 }
 

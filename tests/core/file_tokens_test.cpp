@@ -10,7 +10,8 @@
 #include "support/capture_stdout.h"
 #include "support/temp_folder.h"
 
-namespace plx {
+using namespace plx;
+
 namespace {
 
 using Cases = std::vector<std::pair<std::string, std::string>>;
@@ -55,18 +56,16 @@ TEST(FixFilenameString, ExpandsTokensOfTheProcess) {
 }
 
 TEST(InstallationRoot, CutsTheProgramAsItWasTyped) {
-    struct Case {
-        const char *line, *full, *expected;
-    };
     // clang-format off
-    const std::vector<Case> cases = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"c:\\plx\\bin\\pc1064\\plx.exe -x", "c:\\plx\\bin\\pc1064\\plx.exe", "c:\\plx"},
         {"\"c:\\my plx\\pc1064\\plx.exe\" a", "c:\\my plx\\pc1064\\plx.exe", "c:\\my plx"},
         {"plx.exe\targ", "c:\\plx\\bin\\pc1064\\plx.exe", "plx.exe"}, {"", "", ""},
         {"c:\\plx\\BIN\\pc1064\\plx.exe", "c:\\plx\\BIN\\pc1064\\plx.exe", "c:\\plx\\BIN"},
         {"bin\\123456\\p", "bin\\123456\\p", ""}, {"c:\\a\\p.exe", "c:\\a\\p.exe", ""}};
     // clang-format on
-    for (const Case& c : cases) EXPECT_EQ(installation_root(c.line, c.full), c.expected) << c.line;
+    for (const auto& [line, full, expected] : cases)
+        EXPECT_EQ(installation_root(line, full), expected) << line;
 }
 
 TEST(HostPaths, ListIsReversedAndItsFirstEntryServesForMissingOnes) {
@@ -102,4 +101,3 @@ TEST(FileTags, FileEndsAtALineWithOneWordAndTheListGrows) {
 }
 
 }  // namespace
-}  // namespace plx

@@ -1,13 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <cstdio>
 #include <string>
 #include <vector>
 
 #include "core/block_writer.h"
+#include "plxutils/core/VXFile.h"
 #include "plxutils/core/VXInputFile.h"
 #include "plxutils/core/VXOutputFile.h"
+#include "support/host_system.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -145,23 +146,35 @@ TEST_F(Streams, FullDiskShowsInFailed) {
     EXPECT_EQ(text.bytes(), 0);
 }
 
-TEST_F(Streams, BlocksAreTheBytesOfSingleWrites) {
-    VXOutputFile single, blocks;
-    ASSERT_TRUE(single.Open(folder_.file("single").c_str(), false, false));
-    ASSERT_TRUE(blocks.Open(folder_.file("blocks").c_str(), false, false));
-    const std::string wide(400000, 'w');
-    {
-        plx::BlockWriter out(blocks);
-        for (int i = 0; i < 40000; ++i) {
-            out.text("a\n\nb ").fixed(i / 7.0).put(' ').integer(-i).put('\n');
-            single.Format("a\n\nb %lf %d\n", i / 7.0, -i);
-        }
-        out.text(wide).text("").text("\n");
+TEST_F(Streams, AFileGrowsPastFourGiB) {
+    if (plx::test::kWindows) GTEST_SKIP() << "holes would be written";
+    const std::string path = folder_.write("far.txt", "");
+    for (const std::uintmax_t size : {0x7fffffffULL, 0xffffffffULL}) {
+        std::error_code error;
+        std::filesystem::resize_file(path, size, error);
+        if (error) GTEST_SKIP() << "no files with holes";
+        VXOutputFile out;
+        ASSERT_TRUE(out.Open(path.c_str(), false, true));
+        EXPECT_EQ(out.Write("tail\n"), 6);
+        EXPECT_TRUE(out.Close() && !out.Failed());
+        EXPECT_EQ(std::filesystem::file_size(path), size + 6);
+        EXPECT_TRUE(VXFile(path.c_str()).FileExists());
     }
-    single.Write((wide + "\n").c_str());
-    single.Close();
-    blocks.Close();
-    EXPECT_TRUE(folder_.read("blocks") == folder_.read("single"));
+}
+
+TEST_F(Streams, BlocksAreTheBytesOfSingleWrites) {
+    const std::string wide(400000, 'w');
+    const std::string blocks = plain([&wide](VXOutputFile& file) {
+        plx::BlockWriter out(file);
+        for (int i = 0; i < 40000; ++i) out.text("a\n\nb ").fixed(i / 7.0).put(' ').integer(-i).put('\n');
+        out.text(wide).text("").text("\n");
+        return true;
+    });
+    const std::string single = plain([&wide](VXOutputFile& file) {
+        for (int i = 0; i < 40000; ++i) file.Format("a\n\nb %lf %d\n", i / 7.0, -i);
+        return file.Write((wide + "\n").c_str()) > 0;
+    });
+    EXPECT_TRUE(blocks == single);
 }
 
 }  // namespace

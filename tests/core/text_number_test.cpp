@@ -20,18 +20,12 @@ using Limits = std::numeric_limits<double>;
 
 // Doubles of every kind: all bit patterns, all sizes, everyday numbers, exact ties at the last decimal.
 std::vector<double> many_doubles() {
-    std::vector<double> values = {0.0,          5e-7,       4.9999999e-7,
-                                  1.5e-6,       2.5e-6,     0x1p-7,
-                                  3 * 0x1p-7,   1e30,       1e22,
-                                  1e23,         0x1p53,     0x1p53 - 1,
-                                  0x1p53 + 2,   8e12,       1e13,
-                                  1e-300,       0.9999995,  0.5,
-                                  0.0005,       0x1p-21,    0x1p-27,
-                                  0x1p-28,      0x1p63,     999999.999999,
-                                  99.5,         12345678.9, Limits::denorm_min(),
-                                  Limits::max()};
-    values.insert(values.end(),
-                  {std::nextafter(8e12, 0.0), Limits::min(), Limits::infinity(), Limits::quiet_NaN()});
+    std::vector<double> values = {0.0,     5e-7,   4.9999999e-7,  1.5e-6, 2.5e-6,     0x1p-7,     3 * 0x1p-7,
+                                  1e30,    1e22,   1e23,          0x1p53, 0x1p53 - 1, 0x1p53 + 2, 8e12,
+                                  1e13,    1e-300, 0.9999995,     0.5,    0.0005,     0x1p-21,    0x1p-27,
+                                  0x1p-28, 0x1p63, 999999.999999, 99.5,   12345678.9};
+    values.insert(values.end(), {std::nextafter(8e12, 0.0), Limits::min(), Limits::denorm_min(),
+                                 Limits::max(), Limits::infinity(), Limits::quiet_NaN()});
     for (std::size_t i = 0, n = values.size(); i < n; ++i) values.push_back(-values[i]);
     std::mt19937_64 random(20240607);
     for (int i = 0; i < 50000; ++i) {
@@ -64,11 +58,10 @@ TEST(TextNumber, ReadsTheNearestDouble) {
                                       "9007199254740993." + std::string(1000, '0') + "1"};
     std::istringstream hard(
         "9007199254740993 9007199254740993.00000000000000000000001 1e23 8.5e-23 4.9e-324 2.4e-324 -0.0 "
-        "0e999999 "
-        "2.4703282292062328e-324 2.2250738585072011e-308 1.7976931348623158e308 1.7976931348623159e308 1e400 "
-        "1e-400 "
-        "-1e999999999999999999999 1e-999999999999999999999 0000000000000000000000001.5 18446744073709551616 "
-        "0.00000000000000000000000000000000000012345 123456789012345678901234567890");
+        "0e999999 2.4703282292062328e-324 2.2250738585072011e-308 1.7976931348623158e308 1e400 1e-400 "
+        "1.7976931348623159e308 -1e999999999999999999999 1e-999999999999999999999 18446744073709551616 "
+        "0000000000000000000000001.5 0.00000000000000000000000000000000000012345 "
+        "123456789012345678901234567890");
     for (std::string word; hard >> word;) texts.push_back(word);
     std::mt19937_64 random(7);
     char text[400];
@@ -85,24 +78,20 @@ TEST(TextNumber, ReadsTheNearestDouble) {
 }
 
 TEST(TextNumber, TakesTheLongestDecimalPrefix) {
-    struct Case {
-        std::string text;
-        double value;
-        int end;  // -1: no number
-    };
-    const std::vector<Case> cases = {
+    // With the number and its end; -1: no number.
+    const std::tuple<std::string, double, int> cases[] = {
         {"1.5D3", 1500, 5}, {"1.5d+3x", 1500, 6},   {"1.5D", 1.5, 3}, {"2e+", 2, 1},   {"2e-x", 2, 1},
         {".5", 0.5, 2},     {" \t\r\n\v\f7", 7, 7}, {"5.", 5, 2},     {".", 0, -1},    {"", 0, -1},
         {"+.e5", 0, -1},    {"--1", 0, -1},         {"nan", 0, -1},   {"-inf", 0, -1}, {"0x1A", 0, -1},
         {"0x", 0, 1},       {"1.2.3", 1.2, 3},      {"+4", 4, 2},     {"- 4", 0, -1},  {"1.0E-02", 0.01, 7}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.text);
+    for (const auto& [text, number, length] : cases) {
+        SCOPED_TRACE(text);
         double value = 99;
         // What stands behind the end of the range must not count.
-        const std::string longer = c.text + "5e5";
-        const char* end = plx::parse_double(longer.data(), longer.data() + c.text.size(), value);
-        EXPECT_EQ(value, c.value);
-        EXPECT_EQ(end ? end - longer.data() : -1, c.end);
+        const std::string longer = text + "5e5";
+        const char* end = plx::parse_double(longer.data(), longer.data() + text.size(), value);
+        EXPECT_EQ(value, number);
+        EXPECT_EQ(end ? end - longer.data() : -1, length);
     }
 }
 

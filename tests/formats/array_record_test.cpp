@@ -10,7 +10,8 @@
 #include "support/memory_streams.h"
 #include "support/temp_folder.h"
 
-namespace plx {
+using namespace plx;
+
 namespace {
 
 using Values = std::vector<double>;
@@ -117,8 +118,8 @@ TEST(ArrayRecord, BinaryValuesWithAndWithoutHeader) {
     const float reals[4] = {1.5F, 2.5F, -3.0F, 4.0F};
     const std::int32_t whole[4] = {1, -1, 0, 7};
     std::string header(44, '\0');
-    const std::int32_t size[3] = {2, 2, 1};
-    std::memcpy(header.data() + 32, size, sizeof size);
+    header[32] = header[36] = 2;
+    header[40] = 1;
     const std::string real_bytes(reinterpret_cast<const char*>(reals), sizeof reals);
     const std::string whole_bytes(reinterpret_cast<const char*>(whole), sizeof whole);
     for (const std::string& prefix : {std::string(), header}) {
@@ -174,39 +175,32 @@ TEST(ArrayRecord, Hdf5RecordsOfGmsModels) {
     EXPECT_NE(read("HDF5 1 -1 x.h5 a\n", {}).problems.at(0).find("belong to GMS models"), std::string::npos);
 }
 
-TEST(ArrayReader, Hdf5ArraysAreCheckedBeforeMemoryAndLeftWhenUnused) {
+TEST(ArrayReader, HugeArraysAreRefusedBeforeTheyAreSized) {
     const test::TempFolder folder;
     const Hdf5Handle file = made_arrays(folder);
-    test::MemoryStreams streams;
-    streams.hdf5 = {{"a.h5", file.id()}};
-    TextSource in = TextSource::of_text("HDF5 1 -1 a.h5 none\nHDF5 1 -1 a.h5 Arrays/four\n", "site.ba6");
-    TextRules rules, used;
+    TextRules rules = test::kModelRules;
     rules.hdf5_records = true;
-    Problems problems;
-    ArrayReader arrays(in, streams, rules, used, problems);
-    Values values(3);
-    EXPECT_TRUE(arrays.read({4, 4, false, "starting heads", true}, values));
-    EXPECT_FALSE(arrays.read({100'000'000, 10'000, false, "BOTM"}, values));
-    EXPECT_TRUE(values.empty() && arrays.ended());
-    EXPECT_EQ(problems.size(), 1U);
-}
-
-TEST(ArrayReader, HugeArrayInASmallFileIsRefusedBeforeItIsSized) {
-    test::MemoryStreams streams;
-    for (const char* control :
-         {"INTERNAL 1\n", "INTERNAL 1 (FREE)\n", "INTERNAL 1 (BINARY)\n", "INTERNAL 1 (10I1)\n"}) {
-        SCOPED_TRACE(control);
-        TextSource in = TextSource::of_text(std::string(control) + "1 2 3\n", "site.dis");
+    for (const char* text :
+         {"INTERNAL 1\n1 2 3\n", "INTERNAL 1 (FREE)\n1 2 3\n", "INTERNAL 1 (BINARY)\n1 2 3\n",
+          "INTERNAL 1 (10I1)\n1 2 3\n", "HDF5 1 -1 a.h5 none\nHDF5 1 -1 a.h5 Arrays/four\n"}) {
+        SCOPED_TRACE(text);
+        test::MemoryStreams streams;
+        streams.hdf5 = {{"a.h5", file.id()}};
+        TextSource in = TextSource::of_text(text, "site.dis");
         TextRules used;
         Problems problems;
-        ArrayReader arrays(in, streams, test::kModelRules, used, problems);
+        ArrayReader arrays(in, streams, rules, used, problems);
         Values values(3);
+        const bool hdf5 = *text == 'H';
+        EXPECT_TRUE(!hdf5 || arrays.read({4, 4, false, "starting heads", true}, values))
+            << "left when unused";
         EXPECT_FALSE(arrays.read({100'000'000, 10'000, false, "TOP"}, values));
         EXPECT_TRUE(values.empty() && arrays.ended());
-        EXPECT_EQ(problems,
-                  Problems{"site.dis: line 2: 100000000 values expected for TOP, but only 6 bytes follow"});
+        EXPECT_EQ(
+            problems,
+            Problems{hdf5 ? "site.dis: line 2: a.h5: Arrays/four holds 4 values, 100000000 expected (TOP)"
+                          : "site.dis: line 2: 100000000 values expected for TOP, but only 6 bytes follow"});
     }
 }
 
 }  // namespace
-}  // namespace plx

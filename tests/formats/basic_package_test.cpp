@@ -5,8 +5,7 @@
 #include "support/capture_stdout.h"
 #include "support/memory_streams.h"
 
-namespace plx {
-namespace {
+using namespace plx;
 
 TEST(BasicPackage, HeaderAndOptions) {
     const std::vector<std::pair<std::string, std::string>> cases = {
@@ -38,8 +37,7 @@ TEST(BasicPackage, LaterOptionsLineIsOneLine) {
         {"# a\n#b\nfree ShowProgress\nnext", "10 next"},
         {"\nFREE\n", "00 FREE"},
         {"FREE xsection # FREE\nnext", "11 next"},
-        {"SHOWPROGRESS # XSECTION\nnext", "00 next"},
-    };
+        {"SHOWPROGRESS # XSECTION\nnext", "00 next"}};
     for (const auto& [text, expected] : cases) {
         TextSource in = TextSource::of_text(text, "a");
         const Bas6Options options = read_bas6_options(in);
@@ -90,6 +88,3 @@ TEST(BasicPackage, StressPeriodLines) {
     EXPECT_EQ(test::text_of(found), "100 5 1.2 20 3 1 0 0 1 7 0 1");
     EXPECT_FALSE(table.periods[0].steady);
 }
-
-}  // namespace
-}  // namespace plx

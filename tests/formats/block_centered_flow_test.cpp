@@ -5,7 +5,8 @@
 #include "support/capture_stdout.h"
 #include "support/memory_streams.h"
 
-namespace plx {
+using namespace plx;
+
 namespace {
 
 struct Read {
@@ -45,9 +46,9 @@ TEST(BlockCenteredFlow, EachLayerTypeHasItsArrays) {
     EXPECT_EQ(result.flow.laycon, (std::vector<int>{3, 2, 1, 0}));
     EXPECT_EQ(test::text_of(result.flow.delr) + ", " + test::text_of(result.flow.delc), "10 10, 20");
     std::vector<double> surfaces;
-    for (std::size_t layer = 0; layer < 4; ++layer) {
-        surfaces.insert(surfaces.end(),
-                        {result.flow.tops[layer]->back(), result.flow.bottoms[layer]->back()});
+    for (std::size_t layer : {0U, 1U, 2U, 3U}) {
+        surfaces.push_back(result.flow.tops[layer]->back());
+        surfaces.push_back(result.flow.bottoms[layer]->back());
     }
     EXPECT_EQ(test::text_of(surfaces), "400 300 200 100 250 150 150 50");
 }
@@ -93,8 +94,7 @@ TEST(FlowPackage, DryHead) {
         {"              999.D0\n", true, 999.0},
         {"         0\n", false, 0.0},
         {"OPTIONS\n", false, 0.0},
-        {"#\n", false, 0.0},
-    };
+        {"#\n", false, 0.0}};
     for (const auto& [text, found, head] : cases) {
         SCOPED_TRACE(text);
         TextSource in = TextSource::of_text(text, "a");
@@ -105,4 +105,3 @@ TEST(FlowPackage, DryHead) {
 }
 
 }  // namespace
-}  // namespace plx

@@ -81,27 +81,24 @@ TEST(BudgetRecords, EveryLayoutGivesItsWholeRecords) {
 }
 
 TEST(BudgetRecords, ImpossibleNumbersEndTheFile) {
-    const struct {
-        std::size_t offset;
-        std::vector<std::int32_t> numbers;
-        BudgetNext expected;
-    } cases[] = {{52, {3, -1, INT32_MAX}, BudgetNext::kCutShort},  // NLIST
-                 {24, {0, -2, INT32_MAX}, BudgetNext::kCutShort},  // NCOL
-                 {32, {INT32_MIN, 50'000'000, 5}, BudgetNext::kCutShort},
-                 {36, {5}, BudgetNext::kCutShort},  // NLIST becomes NVAL
-                 {36, {6, -1}, BudgetNext::kUnknownType},
-                 {32, {0, -9}, BudgetNext::kRecord}};
-    for (const auto& c : cases) {
-        for (const std::int32_t number : c.numbers) {
-            SCOPED_TRACE(testing::Message() << c.offset << ' ' << number);
+    const std::tuple<std::size_t, std::vector<std::int32_t>, BudgetNext> cases[] = {
+        {52, {3, -1, INT32_MAX}, BudgetNext::kCutShort},  // NLIST
+        {24, {0, -2, INT32_MAX}, BudgetNext::kCutShort},  // NCOL
+        {32, {INT32_MIN, 50'000'000, 5}, BudgetNext::kCutShort},
+        {36, {5}, BudgetNext::kCutShort},  // NLIST becomes NVAL
+        {36, {6, -1}, BudgetNext::kUnknownType},
+        {32, {0, -9}, BudgetNext::kRecord}};
+    for (const auto& [offset, numbers, expected] : cases) {
+        for (const std::int32_t number : numbers) {
+            SCOPED_TRACE(testing::Message() << offset << ' ' << number);
             ResultWriter writer;
             writer.list(kAt, "WELLS", {{1'000'000, {1}}, {2, {2}}});
             std::string bytes = writer.bytes();
-            std::memcpy(bytes.data() + c.offset, &number, sizeof number);
+            std::memcpy(bytes.data() + offset, &number, sizeof number);
             const OpenFile file = open_bytes(bytes);
             RecordFile in(file.get(), "a.cbb");
             BudgetRecord record;
-            EXPECT_EQ(next_budget_record(in, kGrid, record), c.expected);
+            EXPECT_EQ(next_budget_record(in, kGrid, record), expected);
         }
     }
 }

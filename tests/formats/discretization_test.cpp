@@ -5,7 +5,8 @@
 #include "support/capture_stdout.h"
 #include "support/memory_streams.h"
 
-namespace plx {
+using namespace plx;
+
 namespace {
 
 using test::text_of;
@@ -106,4 +107,3 @@ TEST(Discretization, FaultsAreNamed) {
 }
 
 }  // namespace
-}  // namespace plx

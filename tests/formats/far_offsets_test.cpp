@@ -29,15 +29,21 @@ protected:
         ASSERT_EQ(std::fwrite(bytes.data(), 1, bytes.size(), file.get()), bytes.size());
         end += static_cast<std::int64_t>(bytes.size());
     }
-    /// Values that are all 0, after their header.
-    void put_zeros(bool markers) {
+    /// Headers by `write`, each with values that are all 0 behind it.
+    template <class Write>
+    void put_layers(int count, bool markers, Write write) {
         const auto length = static_cast<std::int32_t>(kLayerBytes);
         const std::string marker(reinterpret_cast<const char*>(&length), markers ? sizeof length : 0);
-        put(marker);
-        end += kLayerBytes;
-        put(marker);
+        for (int layer = 1; layer <= count; ++layer) {
+            ResultWriter writer({markers});
+            write(writer, layer);
+            put(writer.bytes() + marker);
+            end += kLayerBytes;
+            put(marker);
+        }
     }
     static constexpr int kRows = 9000, kColumns = 10'000;
+    static constexpr ResultStamp kAt{.rows = kRows, .columns = kColumns};
     static constexpr std::int64_t kLayerBytes = std::int64_t{kRows} * kColumns * 4;
     const int layers = GetParam();
     TempFolder folder;
@@ -54,12 +60,7 @@ TEST_P(FarOffsets, HeadsBehindThemAreFound) {
     for (const bool markers : {false, true}) {
         SCOPED_TRACE(markers);
         end = 0;
-        for (int layer = 1; layer <= layers; ++layer) {
-            ResultWriter writer({markers});
-            writer.layer({.rows = kRows, .columns = kColumns}, layer, {});
-            put(writer.bytes());
-            put_zeros(markers);
-        }
+        put_layers(layers, markers, [](ResultWriter& out, int layer) { out.layer(kAt, layer, {}); });
         const std::int64_t last = end;
         ResultWriter writer({markers});
         writer.layer({.step = 2, .time = 7.5, .rows = 1, .columns = 2}, 1, {5, 6});
@@ -86,16 +87,10 @@ TEST_P(FarOffsets, HeadsBehindThemAreFound) {
 }
 
 TEST_P(FarOffsets, FlowsBehindThemAreFound) {
-    const ResultStamp at{.layers = 1, .rows = kRows, .columns = kColumns};
-    for (int i = 0; i < layers; ++i) {
-        ResultWriter writer;
-        writer.array(at, "STORAGE", {});
-        put(writer.bytes());
-        put_zeros(false);
-    }
+    put_layers(layers, false, [](ResultWriter& out, int) { out.array(kAt, "STORAGE", {}); });
     const std::int64_t last = end;
     ResultWriter writer;
-    writer.list(at, "WELLS", {{3, {-4}}});
+    writer.list(kAt, "WELLS", {{3, {-4}}});
     put(writer.bytes());
     RecordFile in(file.get(), "far.cbb");
     const GridSize grid{1, kRows, kColumns};
@@ -110,12 +105,9 @@ TEST_P(FarOffsets, FlowsBehindThemAreFound) {
 }
 
 TEST_P(FarOffsets, ConcentrationsAndTextBehindThemAreFound) {
-    for (int layer = 0; layer <= layers; ++layer) {
-        ResultWriter writer;
-        writer.layer({.rows = kRows, .columns = kColumns}, layer % layers + 1, {}, "CONCENTRATION", 1);
-        put(writer.bytes());
-        put_zeros(false);
-    }
+    put_layers(layers + 1, false, [this](ResultWriter& out, int layer) {
+        out.layer(kAt, layer > layers ? 1 : layer, {}, "CONCENTRATION", 1);
+    });
     RecordFile in(file.get(), "far.ucn");
     std::int64_t time_bytes = 0;
     EXPECT_EQ(check_first_concentrations(in, {layers, kRows, kColumns}, false, time_bytes), "");

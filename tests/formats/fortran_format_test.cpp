@@ -5,7 +5,8 @@
 #include "formats/list_directed.h"
 #include "support/memory_streams.h"
 
-namespace plx {
+using namespace plx;
+
 namespace {
 
 /// Values that are missing stay -9. Findings: "L" when the layout matters, "E" for empty words.
@@ -74,4 +75,3 @@ TEST(FortranFormat, FaultsAreFound) {
 }
 
 }  // namespace
-}  // namespace plx

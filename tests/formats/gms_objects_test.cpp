@@ -6,18 +6,14 @@
 
 #include "support/temp_folder.h"
 
-namespace {
-
-using plx::GmsRead;
+using namespace plx;
 
 TEST(GmsObjects, NodeNumbersStayInRange) {
     const plx::test::TempFolder folder;
     plx::WordLines lines;
-    ASSERT_TRUE(lines.open(folder
-                               .write("a.tin",
-                                      "BEGT\nID 2.9\nVERT 1\n1 x 2d1 9\nTRI 2\n-1e20 1e20 x\n3.9 2 1\n"
-                                      "ENDT\nBEGT\nVERT 1\n1 2 3\nENDT\n")
-                               .c_str()));
+    const std::string text =
+        "BEGT\nID 2.9\nVERT 1\n1 x 2d1 9\nTRI 2\n-1e20 1e20 x\n3.9 2 1\nENDT\nBEGT\nVERT 1\n1 2 3\nENDT\n";
+    ASSERT_TRUE(lines.open(folder.write("a.tin", text).c_str()));
     plx::GmsTin tin;
     int ids = 0;
     const auto note = [&ids](const plx::GmsTin& known) { ids = 10 * ids + known.id; };
@@ -50,5 +46,3 @@ TEST(GmsObjects, EveryCutOfAFileEnds) {
         EXPECT_EQ(plx::read_scatter(lines, set) == GmsRead::kObject, size >= set_end);
     }
 }
-
-}  // namespace

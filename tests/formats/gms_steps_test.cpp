@@ -49,11 +49,8 @@ std::string code(GmsField field) { return std::to_string(static_cast<int>(field)
 TEST(GmsSteps, GivesTheStepsOfEveryKindOfFile) {
     const std::string steps = " 1: 1.5 2; 2: 3 4;";
     GmsBytes doubles(false), other_count(false), vectors(true), garbage(false), none(false), unset(false);
-    doubles.ints({3000, 100, 7, 110, 8, 120, 2, 130, 170, 1})
-        .put(200)
-        .put(std::int16_t{0})
-        .put(9.25)
-        .put(1e300);
+    doubles.ints({3000, 100, 7, 110, 8, 120, 2, 130, 170, 1, 200});
+    doubles.put(std::int16_t{0}).put(9.25).put(1e300);
     other_count.head(130).sizes(1, 0).step(0, 1.0F, "", {1}).sizes(2, 0).step(0, 2.0F, "", {1, 2});
     vectors.head(140).sizes(1, 0).step(0, 1.0F, "", {1, 2, 3});
     garbage.ints({3000}).ints(std::vector<int>(2000, 7));

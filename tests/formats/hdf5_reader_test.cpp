@@ -2,14 +2,15 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <hdf5.h>
 
+#include <hdf5.h>
 #include <tuple>
 
 #include "support/hdf5_file.h"
 #include "support/temp_folder.h"
 
-namespace plx {
+using namespace plx;
+
 namespace {
 
 using test::Hdf5Writer;
@@ -36,14 +37,8 @@ protected:
 };
 
 TEST_F(Hdf5Reader, NumbersOfEveryTypeConvert) {
-    struct Case {
-        const char* name;
-        NumberType type;
-        std::vector<double> doubles;
-        std::vector<int> ints;
-    };
     constexpr int kMaxInt = 2147483647;
-    const std::vector<Case> cases = {
+    const std::tuple<const char*, NumberType, std::vector<double>, std::vector<int>> cases[] = {
         {"int8", NumberType::kInt8, {-5, 127}, {-5, 127}},
         {"uint32", NumberType::kUint32, {4294967295.0}, {kMaxInt}},
         {"big-endian", NumberType::kInt32Big, {1, -70000}, {1, -70000}},
@@ -52,17 +47,17 @@ TEST_F(Hdf5Reader, NumbersOfEveryTypeConvert) {
         {"double", NumberType::kDouble, {3.9, -3.9, 1e20}, {3, -3, kMaxInt}},
         {"enum", NumberType::kEnum, {0, 1, 7}, {0, 1, 7}}};
     const Hdf5Handle file = made([&](Hdf5Writer& out) {
-        for (const Case& c : cases) out.numbers(c.name, c.type, {c.doubles.size()}, c.doubles);
+        for (const auto& [name, type, values, whole] : cases)
+            out.numbers(name, type, {values.size()}, values);
     });
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& [name, type, values, whole] : cases) {
+        SCOPED_TRACE(name);
         Hdf5Array<double> doubles;
         Hdf5Array<int> ints;
-        ASSERT_TRUE(read_hdf5(file.id(), c.name, doubles));
-        EXPECT_EQ(doubles.values, c.doubles);
-        ASSERT_TRUE(read_hdf5(file.id(), c.name, ints));
-        EXPECT_EQ(ints.values, c.ints);
-        EXPECT_EQ(ints.shape, Shape{c.ints.size()});
+        ASSERT_TRUE(read_hdf5(file.id(), name, doubles) && read_hdf5(file.id(), name, ints));
+        EXPECT_EQ(doubles.values, values);
+        EXPECT_EQ(ints.values, whole);
+        EXPECT_EQ(ints.shape, Shape{whole.size()});
     }
 }
 
@@ -138,13 +133,11 @@ TEST_F(Hdf5Reader, PartsOfDatasets) {
         out.unwritten("huge", std::uint64_t{1} << 33);
     });
     const std::string beyond = "the part of box that is wanted begins at ";
+    constexpr std::size_t kMost = ~std::size_t{0};
     const std::vector<std::tuple<const char*, Hdf5Slab, std::vector<double>, std::string>> cases = {
         {"box", {{0, 1, 1}, {2, 1, 2}}, {5, 6, 11, 12}, ""},
         {"box", {{0, 1, 2}, {2, 1, 2}}, {0, 0, 0, 0}, beyond + "2 and takes 2 of 3"},
-        {"box",
-         {{~std::size_t{0}, 0, 0}, {2, 1, 1}},
-         {0, 0},
-         beyond + "18446744073709551615 and takes 2 of 2"},
+        {"box", {{kMost, 0, 0}, {2, 1, 1}}, {0, 0}, beyond + std::to_string(kMost) + " and takes 2 of 2"},
         {"huge", {{0}, {1}}, {0}, "huge announces more than the file can hold"},
     };
     for (const auto& [name, slab, values, fault] : cases) {
@@ -211,16 +204,12 @@ TEST_F(Hdf5Reader, KindTellsTextFromDamageAndCutFilesStayShut) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-herr_t count_call(hid_t, void* calls) {
-    ++*static_cast<int*>(calls);
-    return 0;
-}
-
 TEST_F(Hdf5Reader, TheHostsErrorHandlerComesBack) {
     H5E_auto2_t before = nullptr;
     void* before_data = nullptr;
     H5Eget_auto2(H5E_DEFAULT, &before, &before_data);
     int calls = 0;
+    const H5E_auto2_t count_call = [](hid_t, void* data) -> herr_t { return ++*static_cast<int*>(data), 0; };
     H5Eset_auto2(H5E_DEFAULT, count_call, &calls);
     EXPECT_FALSE(open_hdf5_group(-1, "x"));
     EXPECT_EQ(hdf5_kind(folder_.path().string().c_str()), -1);
@@ -231,4 +220,3 @@ TEST_F(Hdf5Reader, TheHostsErrorHandlerComesBack) {
 }
 
 }  // namespace
-}  // namespace plx

@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace plx {
-namespace {
+using namespace plx;
 
 TEST(ModflowWords, WordsAndTheirEnds) {
     bool tab_met = false;
@@ -25,8 +24,7 @@ TEST(ModflowWords, WordsAndTheirEnds) {
         {" a 'b',#c\nd", line, " a 'b',#c|2 d|0 "},
         {"1 2,3", joined, "12|1 3|0 "},
         {"   1   2 34\n", fixed, "1|1 2|1 34|2 |0 "},
-        {"1\t2 3", tab, "1|1 2|1 3|0 "},
-    };
+        {"1\t2 3", tab, "1|1 2|1 3|0 "}};
     for (const auto& [text, style, words] : cases) {
         SCOPED_TRACE(text);
         TextSource in = TextSource::of_text(text, "x");
@@ -39,6 +37,3 @@ TEST(ModflowWords, WordsAndTheirEnds) {
     }
     EXPECT_TRUE(tab_met);
 }
-
-}  // namespace
-}  // namespace plx

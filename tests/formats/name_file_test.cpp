@@ -5,17 +5,15 @@
 #include "support/host_system.h"
 #include "support/temp_folder.h"
 
-namespace plx {
-namespace {
+using namespace plx;
 
 TEST(NameFile, LinesAndPaths) {
     const test::TempFolder folder;
-    const VXFile file(folder
-                          .write("site.nam",
-                                 "# models\r\n\r\nLIST 6\nbas6  1  Sub\\Site.BAS  # note\n"
-                                 "data(binary) 50 'head file.hds'\nDIS 12 C:\\runs\\model.dis REPLACE\n"
-                                 "LPF,11,/abs/x.lpf\n")
-                          .c_str());
+    const std::string text =
+        "# models\r\n\r\nLIST 6\nbas6  1  Sub\\Site.BAS  # note\n"
+        "data(binary) 50 'head file.hds'\nDIS 12 C:\\runs\\model.dis REPLACE\n"
+        "LPF,11,/abs/x.lpf\n";
+    const VXFile file(folder.write("site.nam", text).c_str());
     std::vector<NameFileEntry> entries;
     ASSERT_TRUE(read_name_file(file, entries));
     EXPECT_FALSE(read_name_file(VXFile(folder.file("none.nam").c_str()), entries));
@@ -30,6 +28,3 @@ TEST(NameFile, LinesAndPaths) {
                          "6|DIS|12|C:\\runs\\model.dis|C:\\runs\\model.dis\n7|LPF|11|/abs/x.lpf|" +
                          (test::kWindows ? beside + "\\" : "") + "/abs/x.lpf\n");
 }
-
-}  // namespace
-}  // namespace plx

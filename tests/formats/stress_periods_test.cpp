@@ -7,8 +7,7 @@
 #include "formats/grid_geometry.h"
 #include "support/memory_streams.h"
 
-namespace plx {
-namespace {
+using namespace plx;
 
 TEST(StressPeriods, EndTimesFollowTheMultiplier) {
     const StressPeriods table{{{10.0, 1, 1.0}, {70.0, 3, 2.0}, {5.0, 2, 0.25}, {4.0, 2, 0.0}}};
@@ -35,6 +34,3 @@ TEST(GridGeometry, RowEdgesInEachDirection) {
     EXPECT_EQ(test::text_of(row_edges(delc, true, false)), "7 3 1 0");
     EXPECT_EQ(test::text_of(row_edges(delc, true, true)), "7 6 4 0");
 }
-
-}  // namespace
-}  // namespace plx

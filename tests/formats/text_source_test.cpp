@@ -2,22 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "support/temp_folder.h"
+#include "support/result_files.h"
 
-namespace plx {
+using namespace plx;
+
 namespace {
 
 constexpr std::size_t kBlock = 64 * 1024;
-
-/// A source over a file that is closed with it.
-struct FileSource {
-    explicit FileSource(const std::string& bytes)
-        : file(std::fopen(folder.write("in.txt", bytes).c_str(), "rb")), in(file, "in.txt") {}
-    ~FileSource() { std::fclose(file); }
-    test::TempFolder folder;
-    std::FILE* file;
-    TextSource in;
-};
 
 /// Every line with a "|" behind it.
 std::string lines_of(TextSource& in) {
@@ -48,25 +39,26 @@ TEST(TextSource, LinesCrossTheBlocks) {
     for (const std::size_t length : {kBlock - 2, kBlock - 1, kBlock, 3 * kBlock}) {
         SCOPED_TRACE(length);
         const std::string head(length, 'a');
-        FileSource source(head + "\r\nb\n\r\nlast");
-        EXPECT_EQ(source.in.peek_line(), head.substr(0, kBlock));
-        EXPECT_EQ(lines_of(source.in), head + "|b||last|");
-        EXPECT_EQ(source.in.line(), 4);
+        const test::OpenFile file = test::open_bytes(head + "\r\nb\n\r\nlast");
+        TextSource in(file.get(), "in.txt");
+        EXPECT_EQ(in.peek_line(), head.substr(0, kBlock));
+        EXPECT_EQ(lines_of(in), head + "|b||last|");
+        EXPECT_EQ(in.line(), 4);
     }
 }
 
 TEST(TextSource, RemainingCountsWhatIsNotHandedOut) {
-    FileSource source(std::string(kBlock, 'x') + "\r\n123\r\n45");
-    EXPECT_EQ(source.in.remaining(), static_cast<std::int64_t>(kBlock + 9));
+    const test::OpenFile file = test::open_bytes(std::string(kBlock, 'x') + "\r\n123\r\n45");
+    TextSource in(file.get(), "in.txt");
+    EXPECT_EQ(in.remaining(), static_cast<std::int64_t>(kBlock + 9));
     std::string line;
-    source.in.read_line(line);
-    EXPECT_EQ(source.in.remaining(), 7);
-    EXPECT_EQ(source.in.place(), "in.txt: line 2");
+    in.read_line(line);
+    EXPECT_EQ(in.remaining(), 7);
+    EXPECT_EQ(in.place(), "in.txt: line 2");
     char bytes[10];
-    ASSERT_EQ(source.in.read_bytes(bytes, 10), 7u);
+    ASSERT_EQ(in.read_bytes(bytes, 10), 7u);
     EXPECT_EQ(std::string(bytes, 7), "123\r\n45");
-    EXPECT_EQ(source.in.remaining(), 0);
+    EXPECT_EQ(in.remaining(), 0);
 }
 
 }  // namespace
-}  // namespace plx

@@ -42,12 +42,7 @@ TEST(VisualGridFile, SectionsStandInAnyOrder) {
 
 TEST(VisualGridFile, FaultsNameSectionAndLine) {
     const std::string edges = kColumns + kRows, cells = kStatus + kElevations;
-    const struct {
-        std::string text;
-        VmgSection section;
-        int line;
-        std::string problem;
-    } cases[] = {
+    const std::tuple<std::string, VmgSection, int, std::string> cases[] = {
         {"", VmgSection::kColumns, 0, "the section is missing or empty"},
         {"1 2 3\n" + edges, VmgSection::kColumns, 1, "values before the first section's label"},
         {"COLUMNS\n0 1 1 2\n" + kRows + cells, VmgSection::kColumns, 2,
@@ -66,14 +61,14 @@ TEST(VisualGridFile, FaultsNameSectionAndLine) {
         {"COLUMNS\n" + std::string(70'000, 'z'), VmgSection::kColumns, 2,
          "\"" + std::string(40, 'z') + "\" is no number"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.text.substr(0, 200));
+    for (const auto& [text, section, line, problem] : cases) {
+        SCOPED_TRACE(text.substr(0, 200));
         VisualGrid grid;
-        const auto fault = read(c.text, grid);
+        const auto fault = read(text, grid);
         ASSERT_TRUE(fault);
-        EXPECT_EQ(fault->section, c.section);
-        EXPECT_EQ(fault->line, c.line);
-        EXPECT_TRUE(fault->problem.ends_with(": " + c.problem)) << fault->problem;
+        EXPECT_EQ(fault->section, section);
+        EXPECT_EQ(fault->line, line);
+        EXPECT_TRUE(fault->problem.ends_with(": " + problem)) << fault->problem;
         EXPECT_LE(fault->text.size(), 200U);
     }
 }
@@ -93,10 +88,7 @@ TEST(VisualGridFile, LinesMayBeLongerThanABlock) {
 }
 
 TEST(VisualProjectFile, UnitsAreThoseOfTheBlock) {
-    const struct {
-        std::string text, length, time;
-        std::size_t warnings;
-    } cases[] = {
+    const std::tuple<std::string, std::string, std::string, std::size_t> cases[] = {
         {"<Project a>\n<Units>\nLength = ft\nTime=DAY\n</Units>\n</Project>\n", "ft", "d", 0},
         {"<PROJECT>\r\n<units> length=\"m\" </units>\r\nLength=x\r\n</PROJECT>", "m", "", 0},
         {"<Units>\nLength=ft\n</Units>\n<Project>\n<Units>\nTime\n= sec\n</Units>", "", "", 0},
@@ -104,13 +96,13 @@ TEST(VisualProjectFile, UnitsAreThoseOfTheBlock) {
         {"<Project>\n<Units>\nTime=fortnight\n", "", "fortnight", 1},
     };
     const TempFolder folder;
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.text);
+    for (const auto& [text, length, time, faults] : cases) {
+        SCOPED_TRACE(text);
         VisualUnits units;
         Problems warnings;
-        ASSERT_TRUE(read_vmf(VXFile(folder.write("a.vmf", c.text).c_str()), units, warnings));
-        EXPECT_EQ(units.length, c.length);
-        EXPECT_EQ(units.time, c.time);
-        EXPECT_EQ(warnings.size(), c.warnings);
+        ASSERT_TRUE(read_vmf(VXFile(folder.write("a.vmf", text).c_str()), units, warnings));
+        EXPECT_EQ(units.length, length);
+        EXPECT_EQ(units.time, time);
+        EXPECT_EQ(warnings.size(), faults);
     }
 }

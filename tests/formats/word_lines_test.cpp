@@ -68,26 +68,22 @@ TEST(WordLines, GivesTheWordsOfTheFileReader) {
 }
 
 TEST(WordLines, NumbersOfWords) {
-    const struct {
-        std::string word;
-        bool there;
-        double number;
-        int integer;
-    } cases[] = {{"2.9", true, 2.9, 2},           {"-2.9", true, -2.9, -2}, {"1e20", true, 1e20, INT_MAX},
-                 {"-1e20", true, -1e20, INT_MIN}, {"x", true, 0.0, 0},      {"1d2", true, 100.0, 100},
-                 {"\"\"", false, -7.0, -7}};
+    const std::tuple<std::string, bool, double, int> cases[] = {
+        {"2.9", true, 2.9, 2},           {"-2.9", true, -2.9, -2}, {"1e20", true, 1e20, INT_MAX},
+        {"-1e20", true, -1e20, INT_MIN}, {"x", true, 0.0, 0},      {"1d2", true, 100.0, 100},
+        {"\"\"", false, -7.0, -7}};
     const plx::test::TempFolder folder;
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.word);
+    for (const auto& [word, there, expected, whole] : cases) {
+        SCOPED_TRACE(word);
         plx::WordLines lines;
-        ASSERT_TRUE(lines.open(folder.write("n.txt", c.word + "\n").c_str()) && lines.next());
+        ASSERT_TRUE(lines.open(folder.write("n.txt", word + "\n").c_str()) && lines.next());
         double number = -7.0;
         int integer = -7;
-        EXPECT_EQ(lines.number(0, number), c.there);
-        EXPECT_EQ(lines.integer(0, integer), c.there);
+        EXPECT_EQ(lines.number(0, number), there);
+        EXPECT_EQ(lines.integer(0, integer), there);
         EXPECT_FALSE(lines.number(1, number));
-        EXPECT_DOUBLE_EQ(number, c.number);
-        EXPECT_EQ(integer, c.integer);
+        EXPECT_DOUBLE_EQ(number, expected);
+        EXPECT_EQ(integer, whole);
     }
     EXPECT_EQ(plx::saturate_to_int(std::nan("")), 0);
 }

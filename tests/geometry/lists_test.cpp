@@ -28,11 +28,7 @@ using Xs = std::vector<double>;
 
 TEST(cgPointList, CapacityCountAndEmptiness) {
     using List = cgPointList;
-    const struct {
-        const char* name;
-        void (*change)(List&);
-        std::array<int, 3> expected;
-    } table[] = {
+    const std::tuple<const char*, void (*)(List&), std::array<int, 3>> table[] = {
         {"index", [](List& l) { l[250]; }, {300, 251, false}},
         {"resize", [](List& l) { l.resize(10); }, {110, 0, false}},
         {"negative resize", [](List& l) { l.resize(-5); }, {0, 0, true}},
@@ -41,10 +37,10 @@ TEST(cgPointList, CapacityCountAndEmptiness) {
         {"insert nothing", [](List& l) { l.insert(-1, at(1), 0); }, {0, 0, true}},
         {"own copy", [](List& l) { l[5], l.CopyFromList(l); }, {0, 0, true}},
     };
-    for (const auto& c : table) {
+    for (const auto& [name, change, expected] : table) {
         List list;
-        c.change(list);
-        EXPECT_EQ((std::array<int, 3>{list.capacity(), list.count(), list.empty()}), c.expected) << c.name;
+        change(list);
+        EXPECT_EQ((std::array<int, 3>{list.capacity(), list.count(), list.empty()}), expected) << name;
     }
 }
 

@@ -175,23 +175,19 @@ struct Host : cgPointTree {
 };
 
 TEST(cgPointTree, SearchStopsByTheLastPointSeen) {
-    const struct {
-        std::vector<double> points;
-        double z;
-        bool stops;
-        double dist;
-    } cases[] = {{{1.0}, 1.25, true, 0.25}, {{1.0}, 1.5, false, 0.5}, {{1.0, 0.1}, 1.0, false, 0.0}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.z);
+    const std::tuple<std::vector<double>, double, bool, double> cases[] = {
+        {{1.0}, 1.25, true, 0.25}, {{1.0}, 1.5, false, 0.5}, {{1.0, 0.1}, 1.0, false, 0.0}};
+    for (const auto& [points, z, stops, expected] : cases) {
+        SCOPED_TRACE(z);
         Host tree(2, cgPoint(0, 0, 0, 0), cgPoint(8, 8, 8, 0));
-        for (const double at : c.points) tree.AddPoint(cgPoint(at, at, at, 0));
+        for (const double at : points) tree.AddPoint(cgPoint(at, at, at, 0));
         cgPoint result;
         double dist = 1e15;
-        EXPECT_EQ(tree.FindClosestPointImpl(cgPoint(1, 1, c.z, 0), result, dist), c.stops);
-        EXPECT_EQ(dist, c.dist);
+        EXPECT_EQ(tree.FindClosestPointImpl(cgPoint(1, 1, z, 0), result, dist), stops);
+        EXPECT_EQ(dist, expected);
         tree.GetChild(0)->Mark();
         dist = 1e15;
-        EXPECT_FALSE(tree.FindClosestPointImpl(cgPoint(1, 1, c.z, 0), result, dist));
+        EXPECT_FALSE(tree.FindClosestPointImpl(cgPoint(1, 1, z, 0), result, dist));
         EXPECT_EQ(dist, 1e15);  // the marked child is left out
     }
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
-#include <vector>
 
 #include "platform/host_runtime.h"
 #include "plxutils/geometry/cgBox.h"
@@ -113,17 +112,13 @@ static_assert(MeasuresWithOneArgument<cgRay> && !MeasuresWithOneArgument<cgSegme
 
 TEST(cgTriangle, HasNoSideInItsPlaneAndNoDistanceWhenDegenerate) {
     const cgPoint o(0, 0, 0, 0), x(1, 0, 0, 0), y(0, 1, 0, 0);
-    const struct {
-        cgPoint corner, p;
-        double squared;
-        int side;
-    } table[] = {
+    const std::tuple<cgPoint, cgPoint, double, int> table[] = {
         {y, {0.25, 0.25, 0, 0}, 0, 0}, {y, {3, 4, 0, 0}, 18, 0}, {y, {2, -1, 2, 0}, 6, 1}, {x, y, NAN, 0}};
-    for (const auto& c : table) {
+    for (const auto& [corner, p, expected, expected_side] : table) {
         int side = 9;
-        const double squared = cgTriangle(o, x, c.corner).GetSquaredDistance(c.p, &side, nullptr);
-        EXPECT_TRUE(std::isnan(c.squared) ? std::isnan(squared) : std::fabs(squared - c.squared) < 1e-12);
-        EXPECT_EQ(side, c.side) << c.squared;
+        const double squared = cgTriangle(o, x, corner).GetSquaredDistance(p, &side, nullptr);
+        EXPECT_TRUE(std::isnan(expected) ? std::isnan(squared) : std::fabs(squared - expected) < 1e-12);
+        EXPECT_EQ(side, expected_side) << expected;
     }
 }
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <filesystem>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "plxutils/c/GeoRef.h"
@@ -40,11 +41,7 @@ TEST(GeoRefC, LoadsWhatLiesBesideTheImage) {
     Rows hundred;
     for (int i = 0; i < 150; ++i) many += std::to_string(i) + " 1 2 3\n";
     for (double i = 0; i < 100; ++i) hundred.push_back({i, 1, 2, 3});
-    const struct {
-        std::string file, bytes, image;
-        int width, height;
-        Rows expected;
-    } cases[] = {
+    const std::tuple<std::string, std::string, std::string, int, int, Rows> cases[] = {
         {"site.jgw", kWorld, "Site.JPG", 100, 50, kCorners},
         {"site.tfw", "# note\r\n\r\n 1e1 x\r\n\"7\"\n\n4\n-12,9\n\t10\n20\n99\n", "site.tif", 2, 3, turned},
         {"site.pnw", "5\n\n\nbad\n", "site.png", 2, 2, {{0, 0, 0, 0}, {1, -1, 5, 0}, {0, -1, 0, 0}}},
@@ -57,11 +54,11 @@ TEST(GeoRefC, LoadsWhatLiesBesideTheImage) {
         {"site.gcp", std::string(4997, ' ') + "1 2 3 4", "site.x", 0, 0, {{1, 0, 0, 0}, {2, 3, 4, 0}}},
         {"site.gcp", many, "site.x", 0, 0, hundred},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.file + " for " + c.image + ": " + c.bytes.substr(0, 60));
+    for (const auto& [file, bytes, image, width, height, expected] : cases) {
+        SCOPED_TRACE(file + " for " + image + ": " + bytes.substr(0, 60));
         const TempFolder folder;
-        folder.write(c.file, c.bytes);
-        EXPECT_EQ(load(folder.file(c.image), c.width, c.height), c.expected);
+        folder.write(file, bytes);
+        EXPECT_EQ(load(folder.file(image), width, height), expected);
     }
 }
 
@@ -100,29 +97,27 @@ TEST(WorldFile, IsSearchedInTheCurrentFolderInTheOrderOfTheTable) {
 TEST(GeoRefC, WritesBesideTheImageAndKeepsOlderFiles) {
     const std::string world = "1.000000\n\n0.000000\n\n0.000000\n\n-1.000000\n\n90.000000\n\n180.000000\n\n";
     const std::string points = "100.000000\t-200.000000\t10.000000\t-20.000000\n";
-    const struct {
-        std::string image, file;  // both the same: nothing happens
-        decltype(&GeoRef_write_gcp) write;
-    } cases[] = {{"Site.TIF", "site.tfw", GeoRef_write_world}, {"b.jpeg", "b.jgw", GeoRef_write_world},
-                 {"c.d.t", "c.d.ttw", GeoRef_write_world},     {"Site.TIF", "site.gcp", GeoRef_write_gcp},
-                 {"site.", "site.", GeoRef_write_world},       {"e.", "e.gcp", GeoRef_write_gcp},
-                 {"v1.tif/a", "v1.tif/a", GeoRef_write_gcp}};
+    // An image that gives its own name as the file's: nothing happens.
+    const std::tuple<std::string, std::string, bool> cases[] = {
+        {"Site.TIF", "site.tfw", false}, {"b.jpeg", "b.jgw", false}, {"c.d.t", "c.d.ttw", false},
+        {"Site.TIF", "site.gcp", true},  {"site.", "site.", false},  {"e.", "e.gcp", true},
+        {"v1.tif/a", "v1.tif/a", true}};
     GeoRef* const object = GeoRef_new(1);
     EXPECT_EQ(GeoRef_set_gcp_values(object, 0, 10, 20, 100, 200), 1);
     EXPECT_EQ(GeoRef_process_type(object, 4), 1);
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.image + " gives " + c.file);
+    for (const auto& [image, file, gcp] : cases) {
+        SCOPED_TRACE(image + " gives " + file);
         const TempFolder folder;
-        folder.write(c.file, "newer");
-        folder.write(c.file + ".backup", "older");
+        folder.write(file, "newer");
+        folder.write(file + ".backup", "older");
         std::array<char, 4096> name{};
-        folder.file(c.image).copy(name.data(), name.size() - 1);
-        const bool works = c.file != c.image;
-        EXPECT_EQ(c.write(object, name.data()), works ? 1 : 0);
-        EXPECT_EQ(name.data(), folder.file(c.file));
-        EXPECT_EQ(folder.text(c.file), !works ? "newer" : c.write == GeoRef_write_gcp ? points : world);
-        EXPECT_EQ(folder.read(c.file + ".backup"), works ? "newer" : "older");
-        EXPECT_EQ(folder.read(c.file + ".backup1"), works ? "older" : "");
+        folder.file(image).copy(name.data(), name.size() - 1);
+        const bool works = file != image;
+        EXPECT_EQ((gcp ? GeoRef_write_gcp : GeoRef_write_world)(object, name.data()), works ? 1 : 0);
+        EXPECT_EQ(name.data(), folder.file(file));
+        EXPECT_EQ(folder.text(file), !works ? "newer" : gcp ? points : world);
+        EXPECT_EQ(folder.read(file + ".backup"), works ? "newer" : "older");
+        EXPECT_EQ(folder.read(file + ".backup1"), works ? "older" : "");
     }
     EXPECT_EQ(GeoRef_delete(object), 1);
 }

@@ -4,14 +4,15 @@
 
 #include <cmath>
 #include <filesystem>
+#include <limits>
 
 #include "gms/small_project.h"
+#include "support/capture_stdout.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using plx::test::Lines;
-using plx::test::MessageLog;
+using namespace plx::test;
 
 class Project : public testing::Test {
 protected:
@@ -30,9 +31,9 @@ protected:
         return first == lines.end() ? lines : Lines(first + 1, lines.end());
     }
 
-    plx::test::TempFolder folder;
+    TempFolder folder;
     MessageLog log;
-    plx::test::Converter converter{GMStoPLX_new()};
+    Converter converter{GMStoPLX_new()};
 };
 
 const std::string kRead = "S:- Project file read - Converting files\n";
@@ -141,7 +142,7 @@ TEST_F(Project, DamagedGzipEndsTheReadingOnce) {
 }
 
 TEST_F(Project, CompleteNamesAreTakenAsTheyAreAndDatasetsReadWithAllKindsOff) {
-    folder.write("d.dat", plx::test::ascii_dataset("tin", 1, "depth", "2\n", 1));
+    folder.write("d.dat", ascii_dataset("tin", 1, "depth", "2\n", 1));
     for (std::size_t times = 1; times <= 2; ++times) {
         const Lines lines = parse("TIN /data/A.tin\nTIN \\data\\B.tin\nTIN c:\\C.tin\nTIN\nDATA d.dat\n");
         EXPECT_EQ(converter->dataSets.size(), times);
@@ -163,4 +164,74 @@ TEST_F(Project, SettingsGiveUnits) {
         converter->ReadUnitsValue(key, nullptr, buffer);
         EXPECT_STREQ(buffer, expected);
     }
+}
+
+TEST_F(Project, AddsDatasetsOfEitherKindBesideTheProject) {
+    const std::string text = "DATASET\nOBJTYPE grid2d\nBEGSCL\nOBJID 1\nNAME a\n";
+    const std::string absolute = folder.write("Text.dat", text), error = "E:GMStoPLX : ";
+    folder.write("broken.dat", text + "TS 0 0\n");
+    folder.write("plain.bin", std::string("\xb8\x0b\0\0", 4));
+    folder.write("records.bin", std::string("\x1c\0\0\0\0\0\0\0", 8));
+    GMStoPLX_Set_Project(converter.get(), folder.file("quarry.gpr").c_str());
+    const std::pair<std::string, std::string> cases[] = {
+        {"Text.dat", "S:DATA file added! Text.dat\n"},
+        {absolute, "S:DATA file added! " + absolute + "\n"},
+        {"plain.bin", "S:DATA file added! plain.bin\n"},
+        {"gone.dat", error + "read_binary - Error opening gone.dat for input\n"},
+        {"", error + "read_binary - Error opening  for input\n"},
+        {"records.bin", error + "Add_Dataset - Error adding binary dataset records.bin\n"},
+        {"broken.dat", error + "read_ascii - End of Data values not reached\n" + error +
+                           "Add_Dataset - Error adding ascii dataset broken.dat\n"}};
+    for (const auto& [name, expected] : cases) {
+        MessageLog::lines().clear();
+        EXPECT_EQ(converter->AddDataSet(name.c_str()), expected[0] == 'S') << name;
+        EXPECT_TRUE(MessageLog::text().ends_with(expected)) << MessageLog::text();
+    }
+    EXPECT_EQ(converter->CountDataSets(1.04), 3);
+    EXPECT_EQ(converter->CountDataSets(1.05), 0);
+    EXPECT_EQ(converter->FindDataSet(2, 1.04 + 5e-7), converter->dataSets.at(2).get());
+    for (const int index : {3, -1}) EXPECT_EQ(converter->FindDataSet(index, 1.04), nullptr);
+}
+
+TEST_F(Project, ReadsLittleEndianNumbersOfEachSize) {
+    VXInputFile file;
+    const std::string bytes("\xff\xfe\xff\xfd\xff\xff\xff\0\0\x20\x40\0\0\0\0\0\0\xf0\xbf\1", 20);
+    ASSERT_TRUE(file.Open(folder.write("n.bin", bytes).c_str()));
+    double value = 0;
+    for (const auto& [size, expected] : {std::pair{1, 255.0}, {2, -2.0}, {4, -3.0}, {6, 2.5}, {8, -1.0}})
+        EXPECT_TRUE(converter->ReadValue(file, size, value) && value == expected) << size;
+    for (const int size : {4, 3}) EXPECT_FALSE(converter->ReadValue(file, size, value));
+    EXPECT_EQ(MessageLog::text(), "E:read_double_value : size 3 not supported\n");
+    EXPECT_EQ(value, -1);
+}
+
+TEST_F(Project, TakesTheFirstStepOrTheNearest) {
+    const double nan = std::nan(""), infinity = std::numeric_limits<double>::infinity();
+    GMSDataSet set;
+    EXPECT_EQ(converter->StepOf(set), nullptr);
+    for (const double time : {nan, 5.0, nan, 1.0, 3.0, 5.0})
+        set.timeSteps.Set(std::make_unique<TimeStep>(1, time));
+    EXPECT_EQ(set.timeSteps.GetCount(), 5);
+    EXPECT_EQ(converter->StepOf(set), set.timeSteps.GetAt(0));
+    const std::pair<double, int> cases[] = {{5, 1}, {9e9, 1}, {-1, 3},       {2, 3},
+                                            {4, 1}, {3.5, 4}, {infinity, 0}, {nan, 0}};
+    for (const auto& [chosen, index] : cases) {
+        GMStoPLX_Choose_Time(converter.get(), 1, chosen);
+        EXPECT_EQ(converter->StepOf(set), set.timeSteps.GetAt(index)) << chosen;
+    }
+}
+
+TEST(TimeStep, RowsStayAddressedWhileTheyGrow) {
+    TimeStep step(2, 0.0);
+    for (int i = 0; i < 1000; ++i) step.AddRows(1)[1] = -i;
+    step.KeepRows(999);
+    step.AddRows(1)[0] = 7;
+    for (int i = 0; i < 999; ++i) ASSERT_TRUE(step.Value(i, 1) == -i && step.values[i][1] == -i) << i;
+    EXPECT_EQ(step.Value(999, 0), 7);
+    for (const auto& [row, component] : {std::pair(1000, 0), {-1, 0}, {0, 2}, {0, -1}})
+        EXPECT_EQ(step.Value(row, component), -1.0e9);
+}
+
+TEST(GMSDataSet, TellsStandardOutputOfItsEnd) {
+    EXPECT_EQ(capture_stdout([] { GMSDataSet().SetName("a b\0c", 5); }), "DataSet a b deleted\n");
 }

@@ -12,6 +12,7 @@ namespace {
 using test::Hdf5Writer;
 using test::NumberType;
 using testing::ElementsAre;
+using testing::FieldsAre;
 using testing::IsEmpty;
 constexpr double kMissing = -1.0e9;
 
@@ -98,11 +99,8 @@ TEST_F(Hdf5Objects, ColumnsAreFilledUpCutAndLeftOut) {
                                       "Datasets/text/Values: no readable numbers"));
     const double late = 8.0;
     EXPECT_THAT(read_hdf5_columns(file.id(), 2, &late)[1].values, ElementsAre(3, 4));
-    ASSERT_EQ(columns.size(), 2u);
-    EXPECT_EQ(columns[0].name, "Short");
-    EXPECT_THAT(columns[0].values, ElementsAre(7, kMissing, kMissing));
-    EXPECT_EQ(columns[1].name, "long");
-    EXPECT_THAT(columns[1].values, ElementsAre(1, 2, 3));
+    EXPECT_THAT(columns, ElementsAre(FieldsAre("Short", ElementsAre(7, kMissing, kMissing)),
+                                     FieldsAre("long", ElementsAre(1, 2, 3))));
     EXPECT_THAT(read_hdf5_columns(open_hdf5_group(file.id(), "only_guid").id(), 3), IsEmpty());
     EXPECT_THAT(read_hdf5_columns(open_hdf5_group(file.id(), "Datasets").id(), 3), IsEmpty());
 }

@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
+#include "formats/hdf5_reader.h"
 #include "gms/small_project.h"
 #include "support/hdf5_file.h"
 
 namespace {
 
-using plx::test::Hdf5Writer;
-using plx::test::Lines;
-using plx::test::MessageLog;
+using namespace plx::test;
 
 class Hdf5Project : public testing::Test {
 protected:
@@ -31,10 +28,10 @@ protected:
         return lines;
     }
 
-    plx::test::TempFolder folder;
+    TempFolder folder;
     const std::string path = folder.file("p.gpr");
     MessageLog log;
-    plx::test::Converter converter;
+    Converter converter;
 };
 
 }  // namespace
@@ -103,31 +100,23 @@ TEST_F(Hdf5Project, UnreadableProjectsEndSilently) {
 TEST_F(Hdf5Project, SettingsAreLookedUpFromTheirSectionOn) {
     {
         Hdf5Writer file(path);
-        file.group("TINModule/one");
         file.strings("Ini/Names", {"Length Units", "Units", "Length Units", "Other", "Key", "Last"});
         file.strings("Ini/Values", {"m", "", "ft", "", "later"});
     }
     EXPECT_EQ(converter->ReadIniValue("Units", "Length Units"), "");
     EXPECT_EQ(MessageLog::take(), Lines{"S:Section Units, Key Length Units, not found."});
-    // The hook looks things up while the project is open.
-    static GMStoPLX* running = nullptr;
-    static Lines answers;
-    running = converter.get();
-    GMS_SetStatusFunc([](const char* message) {
-        MessageLog::lines().push_back(message);
-        if (running->iniGroup < 0 || MessageLog::lines().back().find("Converting TIN") != 0) return;
-        for (const auto& [section, key] : {std::pair{"Units", "Length Units"},
-                                           {"Units", "Key"},
-                                           {"Units", "Last"},
-                                           {"Units", "Units"},
-                                           {"units", "Length Units"},
-                                           {"Other", "Length Units"}})
-            answers.push_back(running->ReadIniValue(section, key).c_str());
-    });
-    const Lines told = convert("Key ");
-    EXPECT_EQ(answers, (Lines{"ft", "later", "", "", "", ""}));
-    for (const char* text :
-         {"Unmatch ini file found for Section Units, Key Last", "Section units, Key Length Units, not found.",
-          "Section Other, Key Length Units, not found."})
-        EXPECT_EQ(std::count(told.begin(), told.end(), text), 1) << text;
+    const plx::Hdf5Handle file = plx::open_hdf5_file(path.c_str());
+    const plx::Hdf5Handle settings = plx::open_hdf5_group(file.id(), "Ini");
+    converter->iniGroup = settings.id();
+    const std::tuple<const char*, const char*, const char*, std::string> cases[] = {
+        {"Units", "Length Units", "ft", ""},
+        {"Units", "Key", "later", ""},
+        {"Units", "Last", "", "S:Unmatch ini file found for Section Units, Key Last"},
+        {"Units", "Units", "", ""},
+        {"units", "Length Units", "", "S:Section units, Key Length Units, not found."},
+        {"Other", "Length Units", "", "S:Section Other, Key Length Units, not found."}};
+    for (const auto& [section, key, value, complaint] : cases) {
+        EXPECT_STREQ(converter->ReadIniValue(section, key).c_str(), value);
+        EXPECT_EQ(MessageLog::take(), complaint.empty() ? Lines{} : Lines{complaint});
+    }
 }

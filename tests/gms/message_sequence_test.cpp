@@ -3,9 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "gms/small_project.h"
+#include "support/golden_files.h"
 
 namespace fs = std::filesystem;
 using plx::test::MessageLog;
@@ -14,6 +13,7 @@ using plx::test::replaced;
 TEST(MessageSequence, OfEitherKind) {
     const fs::path quarry = fs::path(PLX_TEST_DATA) / ".." / ".." / "examples" / "quarry";
     const std::string more = "DATA missing.dat\nMODFLOW flow.mfs\nIMAGE last.img";
+    const plx::test::TempFolder told;
     for (const auto& [kind, project] :
          {std::pair("text.txt", "quarry.gpr"), {"hdf5.txt", "quarry_hdf5.gpr"}}) {
         const plx::test::TempFolder folder;
@@ -34,9 +34,7 @@ TEST(MessageSequence, OfEitherKind) {
             for (const std::string& line : MessageLog::lines())
                 text += replaced(replaced(line, stored, "<folder>"), "\n", "\\n") + "\n";
         }
-        const fs::path golden = fs::path(PLX_TEST_DATA) / "gms" / "messages" / kind;
-        if (std::getenv("PLX_RENEW_GOLDENS") != nullptr)
-            fs::copy(folder.write("golden", text), golden, fs::copy_options::overwrite_existing);
-        EXPECT_EQ(plx::test::read_bytes(golden), text);
+        told.write(kind, text);
     }
+    plx::test::expect_tree(fs::path(PLX_TEST_DATA) / "gms" / "messages", told.path());
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <utility>
@@ -90,9 +91,17 @@ enum class Only { kScat3d, kScat2d, kTin, kBorehole };
 /// A project in a folder of its own that is converted into the folder's "out".
 class SmallProject {
 public:
-    SmallProject() { std::filesystem::create_directory(folder.path() / "out"); }
+    using Files = std::initializer_list<std::pair<std::string, std::string>>;
 
-    /// Converts a project file of the folder and returns the messages from the builder's announcement on.
+    explicit SmallProject(Files files = {}) {
+        std::filesystem::create_directory(folder.path() / "out");
+        write(files);
+    }
+    void write(Files files) const {
+        for (const auto& [name, text] : files) folder.write(name, text);
+    }
+    /// Converts a project file of the folder and returns the messages from the builder's announcement on, the
+    /// folder's stored form as <folder>.
     std::string convert(const char* project, Only only,
                         const std::function<void(GMStoPLX*)>& prepare = {}) const {
         const MessageLog log;
@@ -103,18 +112,15 @@ public:
                               only == Only::kTin, only == Only::kBorehole);
         if (prepare) prepare(converter.get());
         GMStoPLX_parse_project(converter.get());
-        const std::string separator = "S:" + std::string(60, '_') + "\n", text = MessageLog::text();
+        const String stored = VXFile(folder.path().string().c_str()).GetFilePath();
+        const std::string separator = "S:" + std::string(60, '_') + "\n";
+        const std::string text = replaced(MessageLog::text(), stored.c_str(), "<folder>");
         const std::size_t at = text.rfind(separator);
         return at == std::string::npos ? text : text.substr(at + separator.size());
     }
-    /// The folder's stored form, in front of a name.
-    std::string stored(const std::string& name) const {
-        return VXFile(folder.file(name).c_str()).GetFilePath().c_str();
-    }
     /// Text of an output, its line ends as LF; "(none)" when it is not there.
     std::string output(const std::string& name) const {
-        if (!std::filesystem::exists(folder.path() / "out" / name)) return "(none)";
-        return replaced(folder.read("out/" + name), "\r", "");
+        return std::filesystem::exists(folder.path() / "out" / name) ? folder.text("out/" + name) : "(none)";
     }
 
     TempFolder folder;
