@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "converters/model_state.h"
 #include "plxutils/converters/Converter.h"
 #include "plxutils/converters/Visual_MODFLOW_Converter.h"
@@ -112,19 +114,56 @@ TEST(VisualModflow, GridUnitsAndSpecies) {
     EXPECT_NE(printed.find("site.flo file not found\n"), std::string::npos);
 }
 
+TEST(VisualModflow, FlowsTellTheStepsWhereThereAreNoHeads) {
+    const struct {
+        bool compact;
+        int period;
+        std::vector<std::string> warnings, errors;
+        std::vector<double> lengths;
+    } cases[] = {{true, 3, {}, {}, {2.5, 0.0, 7.5}},
+                 {false, 3, {"no file tells the times of the steps: all are at 0"}, {}, {0.0, 0.0, 0.0}},
+                 {true,
+                  100'001,
+                  {},
+                  {"site.flo: byte 60: stress period 100001, time step 2: there is no such step"},
+                  {2.5}}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.period);
+        Project project(ReadingRules::modflow());
+        test::ResultWriter flows({.compact = c.compact});
+        flows.array({1, 1, 2.5, 1, 1, 2}, "STORAGE", {1.0, 2.0});
+        flows.array({2, c.period, 7.5, 1, 1, 2}, "STORAGE", {1.0, 2.0});
+        project.folder.write("site.flo", flows.bytes());
+        project.convert();
+        std::vector<double> lengths;
+        for (const StressPeriod& period : project.model.periods.periods) lengths.push_back(period.length);
+        EXPECT_EQ(lengths, c.lengths);
+        std::vector<std::string>& warnings = project.converter.report.warnings;
+        ASSERT_FALSE(warnings.empty());
+        EXPECT_EQ(warnings.back(), "no head file: heads are left out");
+        warnings.pop_back();
+        EXPECT_EQ(warnings, c.warnings);
+        EXPECT_EQ(project.converter.report.errors, c.errors);
+    }
+}
+
 TEST(VisualModflow, SaysWhatIsMissing) {
     const struct {
         const char *project, *grid, *message;
     } cases[] = {
         {"site.nam", "", "] detected for standard MODFLOW, please select a *.nam file\n"},
         {"site.vmf", "COLUMNS\n1 0\n", "Error reading column coordinates! \n1 0\n"},
+        {"site.vmf", "COLUMNS\n0 1\nROWS\n1 1\n", "Error reading row coordinates! \n1 1\n"},
         {"site.vmf", "ACTIVE\n1\n1 none\n", "Error reading cell status on line 3!\n1 none\n"},
+        {"site.vmf", "COLUMNS\n0 1\nROWS\n0 1\nELEVATIONS\n0 x\n", "Error reading cell elevation! \n0 x\n"},
+        {"site.vmf", nullptr, "VMG file not detected.\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.message);
         Project project(ReadingRules::prescribed());
         project.folder.write("site.nam", "");
-        project.folder.write("site.vmg", c.grid);
+        if (c.grid != nullptr) project.folder.write("site.vmg", c.grid);
+        if (c.grid == nullptr) std::filesystem::remove(project.folder.file("site.vmg"));
         const std::string printed = project.convert(c.project);
         EXPECT_NE(printed.find(c.message), std::string::npos) << printed;
         EXPECT_EQ(project.converter.report.errors.size(), 1U);
