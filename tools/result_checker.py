@@ -125,7 +125,9 @@ class FieldFile:
             return
         require(line in (b'NODE_DATA_START', b'CELL_DATA_START'), 'line %r' % line[:60])
         kind = line[:4]
-        self.take(rows_of(VALUE, self.widths[kind]), self.rows(kind), line.decode())
+        # A section is there for data that are all in other files, too; it has no rows then.
+        if self.widths[kind] > 0:
+            self.take(rows_of(VALUE, self.widths[kind]), self.rows(kind), line.decode())
 
     def rows(self, kind):
         return self.counts[b'NNODES'] if kind == b'NODE' else sum(count for count, _ in self.sets)
@@ -136,7 +138,7 @@ class FieldFile:
         for kind, name in ((b'NODE', b'+Node_Data'), (b'CELL', b'+Cell_Data')):
             found, told = len(self.values[kind]), self.counts[b'NUM_%s_DATA' % kind]
             require(found == told, '%d data of %d' % (found, told))
-            require((self.widths[kind] > 0) == (kind + b'_DATA_START' in self.sections), 'a section is missing')
+            require((found > 0) == (kind + b'_DATA_START' in self.sections), 'a section is missing')
             wanted += name if found else b''
         require(self.definition == wanted, 'DEFINITION %r with data of %r' % (self.definition, wanted))
 
