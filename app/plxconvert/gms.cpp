@@ -128,9 +128,13 @@ void run_converter(GmsReport& report, const Options& options) {
     GMStoPLX_parse_project(converter.get());
     for (const std::string& stored : converter->filesWritten) {
         GmsReport::File file{VXNativePath(stored.c_str()).c_str(), 0};
-        // Of objects with the same name the later one replaces the file.
         const auto same = [&file](const GmsReport::File& known) { return known.path == file.path; };
-        if (std::any_of(report.files.begin(), report.files.end(), same)) continue;
+        if (std::any_of(report.files.begin(), report.files.end(), same)) {
+            // The names of its files are what hosts look for; telling is all that can be done.
+            report.warnings.push_back("'" + file.path +
+                                      "' holds the last of several objects of the same name");
+            continue;
+        }
         std::error_code fault;
         const auto size = std::filesystem::file_size(file.path, fault);
         if (!fault) file.size = size;
@@ -176,6 +180,7 @@ int convert(const Options& options) {
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     report.seconds = seconds.count();
 
+    for (const std::string& warning : report.warnings) print_warning(warning);
     for (const std::string& error : report.errors) print_error(error);
     if (options.json) {
         print_report_json(report);

@@ -26,8 +26,8 @@ void print_report(const GmsReport& report) {
 void print_report_json(const GmsReport& report) {
     using Json = nlohmann::ordered_json;
     Json json = {{"project", report.project}, {"kind", "gms " + report.kind}, {"dest", report.place},
-                 {"files", Json::array()},    {"bytes", report.bytes},        {"errors", report.errors},
-                 {"seconds", report.seconds}};
+                 {"files", Json::array()},    {"bytes", report.bytes},        {"warnings", report.warnings},
+                 {"errors", report.errors},   {"seconds", report.seconds}};
     for (const GmsReport::File& file : report.files) {
         json["files"].push_back({{"file", file.path}, {"bytes", file.size}});
     }

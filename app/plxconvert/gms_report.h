@@ -16,7 +16,7 @@ struct GmsReport {
     std::string kind;            ///< "text" or "hdf5"
     std::vector<File> files;
     std::int64_t bytes = 0;  ///< before compression
-    std::vector<std::string> errors;
+    std::vector<std::string> warnings, errors;
     double seconds = 0.0;
 };
 

@@ -92,6 +92,17 @@ TEST_F(Gms, JsonIsOneObjectWithExistingFiles) {
                                        "TINS/tin_ground_elevation.gmf", "TINS/tin_ground_elevation.pff"));
 }
 
+TEST_F(Gms, ObjectsOfTheSameNameAreTold) {
+    const std::string set = "BEGSET\nNAME wells\nID 4\nIXY 2\n1 1 1\n2 5 5\nENDSET\n";
+    folder_.write("wells.xy", "XY1\n" + set + set);
+    const ToolRun run = convert({"--json", "--types", "scat2d"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_THAT(written(), ElementsAre("2ds_wells_level.gmf"));
+    EXPECT_THAT(run.err,
+                HasSubstr("2ds_wells_level.gmf' holds the last of several objects of the same name"));
+    EXPECT_EQ(json::parse(run.out)["warnings"].size(), 1u);
+}
+
 TEST_F(Gms, TimeChoosesTheNearestStepAndOldRulesRefuseSeveral) {
     EXPECT_EQ(convert({"--time", "25", "--quiet"}).out, "");
     EXPECT_THAT(folder_.read("Out/made/ground_head.gmf"), HasSubstr("0.000000 10.000000 10.000000"));
