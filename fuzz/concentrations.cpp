@@ -10,6 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::SmallModel small(input);
     ModelState& model = small.model;
     const std::string path = fuzz::write_file("site001.ucn", input.bytes());
+    summarize_result_file(path.c_str());
     SpeciesFile species;
     species.number = 1;
     species.stream.reset(std::fopen(path.c_str(), "rb"));
@@ -26,6 +27,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (int times = count_transport_times(model); times > 0; --times) {
         if (!read_transport_time(model, values, time)) break;
     }
-    summarize_result_file(path.c_str());
     return 0;
 }

@@ -2,6 +2,7 @@
 
 #include "formats/gms_steps.h"
 #include "gms/datasets.h"
+#include "plxutils/converters/ModelSummary.h"
 #include "support/fuzz_files.h"
 
 using namespace plx;
@@ -19,6 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
     }
     // The same file as concentrations, step by step.
+    summarize_result_file(path.c_str());
     const fuzz::OpenFile file = fuzz::open_bytes(input.bytes());
     GmsSteps steps(file.get(), "a.con");
     if (!steps.open()) return 0;

@@ -166,6 +166,7 @@ std::int64_t GmsSteps::value_bytes() const {
 
 bool GmsSteps::read_values(double* values) {
     if (value_bytes() > in_.remaining()) return fail(GmsField::kValue);
+    if (values == nullptr) return in_.skip(value_bytes());
     const std::size_t width = number_width(state_.float_size);
     const auto count = static_cast<std::size_t>(state_.values);
     block_.resize(kBlockNumbers * width);

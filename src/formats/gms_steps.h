@@ -68,7 +68,8 @@ public:
     std::int64_t left() const { return count_ - read_; }
     /// True when there is more in the file than its first dataset.
     bool more_datasets() const { return more_datasets_; }
-    /// Reads the next step's values, as many as values() told after open().
+    /// Reads the next step's values, as many as values() told after open(), or passes over them when `values`
+    /// is null. How many they are is only a number in the file until they were there once.
     Next next(double* values, double& time);
     const GmsFault& fault() const { return fault_; }
 
