@@ -38,8 +38,8 @@ C_LAYER = 'c'
 GUARDED = [
     (re.compile(r'zlib\.h$'), re.compile(r'src/core/(VXInputFile|VXOutputFile|text_files|[a-z0-9_]*(stream|gzip|gz_file))[^/]*$'),
      'zlib belongs to the stream files of core'),
-    (re.compile(r'(hdf5|H5[A-Za-z]*)\.h$'), re.compile(r'src/formats/hdf5_reader[^/]*$'),
-     'HDF5 belongs to formats/hdf5_reader'),
+    (re.compile(r'(hdf5|H5[A-Za-z]*)\.h$'), re.compile(r'src/formats/hdf5_(reader|storage)\.cpp$'),
+     'HDF5 belongs to formats/hdf5_reader and hdf5_storage'),
     (re.compile(r'^(unsupported/)?Eigen/'), re.compile(r'src/georef/fit_polynomial\.cpp$'),
      'Eigen belongs to georef/fit_polynomial'),
     (re.compile(r'(?i)^(windows|winbase|oleauto|oaidl)\.h$'), re.compile(r'src/platform/[a-z_]+\.cpp$'),

@@ -12,6 +12,7 @@
 #include <tuple>
 #include <utility>
 
+#include "formats/hdf5_storage.h"
 #include "platform/host_path.h"
 #include "platform/platform.h"
 
@@ -21,15 +22,6 @@ namespace {
 static_assert(sizeof(hid_t) <= sizeof(Hdf5Id));
 
 constexpr std::size_t kMost = std::numeric_limits<std::size_t>::max();
-/// Deflate packs about 1032 bytes into one; the rest is room for a fill value that was never stored.
-constexpr std::size_t kBestRatio = 1100;
-constexpr std::size_t kUnstored = std::size_t{1} << 20;
-
-bool multiply(std::size_t a, std::size_t b, std::size_t& product) {
-    if (b != 0 && a > kMost / b) return false;
-    product = a * b;
-    return true;
-}
 
 /// Runs `work`, silently and without letting a lack of memory out.
 template <class Result, class Work>
@@ -59,38 +51,6 @@ bool library_is_usable() {
            std::tie(major, minor, release) >= std::make_tuple(1u, 8u, 2u);
 }
 
-std::size_t file_size(hid_t object) {
-    const Hdf5Handle file(H5Iget_file_id(object));
-    hsize_t size = 0;
-    if (!file || H5Fget_filesize(file.id(), &size) < 0) return 0;
-    return static_cast<std::size_t>(size);
-}
-
-/// Bytes of one chunk; 0 for a dataset without chunks.
-bool chunk_bytes(hid_t dataset, std::size_t element_size, std::size_t& bytes) {
-    bytes = 0;
-    const Hdf5Handle properties(H5Dget_create_plist(dataset));
-    if (!properties) return false;
-    if (H5Pget_layout(properties.id()) != H5D_CHUNKED) return true;
-    hsize_t lengths[H5S_MAX_RANK];
-    const int rank = H5Pget_chunk(properties.id(), H5S_MAX_RANK, lengths);
-    bytes = element_size;
-    for (int i = 0; i < rank; ++i) {
-        if (!multiply(bytes, static_cast<std::size_t>(lengths[i]), bytes)) return false;
-    }
-    return rank >= 0;
-}
-
-/// Whether the file can hold so many elements; a few bytes of a damaged file can announce any number.
-bool is_plausible(hid_t dataset, std::size_t points, std::size_t element_size) {
-    std::size_t bytes = 0, chunk = 0, limit = 0;
-    if (!multiply(points, element_size, bytes) || !chunk_bytes(dataset, element_size, chunk)) return false;
-    const std::size_t stored =
-        std::min(static_cast<std::size_t>(H5Dget_storage_size(dataset)), file_size(dataset));
-    if (!multiply(stored, kBestRatio, limit) || limit > kMost - kUnstored) return true;
-    return std::max(bytes, chunk) <= limit + kUnstored;
-}
-
 struct OpenDataset {
     Hdf5Handle dataset, type;
     std::vector<std::size_t> shape;
@@ -100,8 +60,7 @@ struct OpenDataset {
         dataset = Hdf5Handle(H5Dopen2(parent, path.c_str(), H5P_DEFAULT));
         if (!dataset) return false;
         type = Hdf5Handle(H5Dget_type(dataset.id()));
-        return type && read_shape() &&
-               (points == 0 || is_plausible(dataset.id(), points, H5Tget_size(type.id())));
+        return type && read_shape() && hdf5_storage_fits(dataset.id(), type.id(), shape);
     }
 
 private:
@@ -210,8 +169,9 @@ Hdf5Handle text_type(const OpenDataset& source, std::size_t size) {
 /// file.
 constexpr std::size_t kTextCost = 1 + sizeof(std::string);
 constexpr std::size_t kPackedTexts = std::size_t{64} << 20;
+constexpr std::size_t kFewTexts = std::size_t{1} << 20;
 std::size_t text_budget(const OpenDataset& source, std::size_t always) {
-    const std::size_t size = file_size(source.dataset.id());
+    const std::size_t size = hdf5_file_size(source.dataset.id());
     return size > (kMost - always) / 4 ? kMost : size * 4 + always;
 }
 
@@ -258,7 +218,7 @@ struct TextMemory {
 };
 
 bool read_variable_texts(const OpenDataset& source, std::vector<std::string>& values) {
-    TextMemory memory{text_budget(source, kUnstored), {}};
+    TextMemory memory{text_budget(source, kFewTexts), {}};
     const Hdf5Handle type = text_type(source, H5T_VARIABLE);
     const Hdf5Handle transfer(H5Pcreate(H5P_DATASET_XFER));
     if (!type || !transfer ||

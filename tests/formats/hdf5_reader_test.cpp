@@ -127,6 +127,56 @@ TEST_F(Hdf5Reader, WhatCannotBeReadLeavesNothing) {
     EXPECT_FALSE(read_hdf5(file.id(), "number", texts));
 }
 
+/// A file with 50 texts of 11 bytes or 50 doubles in "a", stored as told; chunks of 0 are none.
+std::string stored_file(bool texts, H5D_layout_t layout, hsize_t chunk, bool packed) {
+    const test::TempFolder folder;
+    const std::string path = folder.file("a.h5");
+    const hsize_t length = 50, most = H5S_UNLIMITED;
+    const std::vector<char> values(length * 11, 'a');
+    {
+        const Hdf5Handle file(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT)),
+            type(H5Tcopy(texts ? H5T_C_S1 : H5T_IEEE_F64LE)),
+            space(H5Screate_simple(1, &length, chunk > length ? &most : nullptr)),
+            properties(H5Pcreate(H5P_DATASET_CREATE));
+        if (texts) H5Tset_size(type.id(), 11);
+        H5Pset_layout(properties.id(), layout);
+        if (chunk > 0) H5Pset_chunk(properties.id(), 1, &chunk);
+        if (packed) {
+            H5Pset_shuffle(properties.id());
+            H5Pset_deflate(properties.id(), 6);
+            H5Pset_fletcher32(properties.id());
+        }
+        const Hdf5Handle dataset(
+            H5Dcreate2(file.id(), "a", type.id(), space.id(), H5P_DEFAULT, properties.id(), H5P_DEFAULT));
+        H5Dwrite(dataset.id(), type.id(), H5S_ALL, H5S_ALL, H5P_DEFAULT, values.data());
+    }
+    return folder.read("a.h5");
+}
+
+TEST_F(Hdf5Reader, WhatIsStoredShorterThanAnnouncedIsRefused) {
+    const std::tuple<bool, H5D_layout_t, hsize_t, bool> cases[] = {
+        {true, H5D_COMPACT, 0, false}, {true, H5D_CONTIGUOUS, 0, false}, {true, H5D_CHUNKED, 50, false},
+        {true, H5D_CHUNKED, 50, true}, {false, H5D_CHUNKED, 50, true},   {false, H5D_CHUNKED, 60, true},
+        {false, H5D_CHUNKED, 7, true}};
+    for (const auto& [texts, layout, chunk, packed] : cases) {
+        SCOPED_TRACE(testing::Message() << texts << layout << " " << chunk << packed);
+        std::string bytes = stored_file(texts, layout, chunk, packed);
+        const auto read = [&, is_text = texts] {
+            const Hdf5Handle file = open_hdf5_file(folder_.write("a.h5", bytes).c_str());
+            Hdf5Array<std::string> words;
+            Hdf5Array<double> numbers;
+            return is_text ? read_hdf5(file.id(), "a", words) : read_hdf5(file.id(), "a", numbers);
+        };
+        EXPECT_TRUE(read());
+        // The type's header, in which an element becomes 2304 bytes longer.
+        const std::size_t type = bytes.find(texts ? std::string("\x13\0\0\0\x0b\0\0\0", 8)
+                                                  : std::string("\x11\x20\x3f\0\x08\0\0\0", 8));
+        ASSERT_NE(type, bytes.npos);
+        bytes[type + 5] = 9;
+        EXPECT_FALSE(read());
+    }
+}
+
 TEST_F(Hdf5Reader, PartsOfDatasets) {
     const Hdf5Handle file = made([](Hdf5Writer& out) {
         out.numbers("box", NumberType::kInt32Big, {2, 2, 3}, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
