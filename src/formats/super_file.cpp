@@ -74,8 +74,8 @@ private:
                 out_.start_date = date;
             }
         } else if (card == "UNITS") {
-            out_.length_units = reader_.GetWord(1).c_str();
-            out_.time_units = reader_.GetWord(2).c_str();
+            out_.length_units = unit(1);
+            out_.time_units = unit(2);
         } else if (card == "DMAT") {
             double material = 0.0;
             if (number_of_word(reader_, 1, material)) {
@@ -85,6 +85,13 @@ private:
             }
         }
         return true;
+    }
+
+    /// Units become parts of lines; what a damaged pair of quotes has between them could break those.
+    std::string unit(int i) const {
+        std::string text = reader_.GetWord(i).c_str();
+        std::erase_if(text, [](unsigned char c) { return c < 0x20; });
+        return text;
     }
 
     void read_directions() {

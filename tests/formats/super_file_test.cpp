@@ -50,6 +50,7 @@ TEST(SuperFile, CardsAreReadInEveryForm) {
         {"REFTIME 1999 12 31 noon 0 0\nDMAT 4\n", "default 4; bad date: REFTIME 1999 12 31 noon 0 0"},
         {"REFTIME 1999 12 31\n", "bad date: REFTIME 1999 12 31"},
         {"UNITS ft d\n", "units ft|d"},
+        {"UNITS \"m\"\t\"d\r\t\"g\"\n", "units m|d"},
         {"UNITS \"m\"\t\"yr\"\t\"mg\"\t\"mg/l\"\n", "units m|yr"},
         {"DMAT 1\nMPSC 1 0 0\n", "default 1"},
         {"MAT\n1 2\n3\nMPSC 1 0 0\n4\n", "material 1; material 2; material 3"},
