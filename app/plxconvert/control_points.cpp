@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstddef>
 #include <fstream>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -43,12 +44,12 @@ void each_line(std::string_view text, Take take) {
 
 template <std::size_t N>
 std::array<double, N> numbers_of(std::string_view line, long long number, const std::filesystem::path& file,
-                                 const char* what) {
+                                 const char* what, double largest = std::numeric_limits<double>::infinity()) {
     std::array<double, N> values{};
     for (double& value : values) {
         const std::string_view word = next_word(line);
         const bool finite = to_finite(word, value);
-        if (finite && std::fabs(value) <= kLargestCoordinate) continue;
+        if (finite && std::fabs(value) <= largest) continue;
         const std::string fault = word.empty() ? "too few numbers"
                                   : finite     ? printable(word) + " is too large"
                                                : printable(word) + " is not a number";
@@ -69,7 +70,8 @@ std::vector<ControlPoint> read_control_points(const std::filesystem::path& file,
         if (more) return false;
         const auto v = numbers_of<4>(
             line, number, file,
-            is_gcp ? "a control point is X, minus Y, column and row" : "a point is column, row, X and Y");
+            is_gcp ? "a control point is X, minus Y, column and row" : "a point is column, row, X and Y",
+            kLargestCoordinate);
         // Sums with 0 so that no minus zero is shown.
         points.push_back(is_gcp ? ControlPoint{v[2], v[3], v[0], 0.0 - v[1]}
                                 : ControlPoint{v[0], v[1], v[2], v[3]});

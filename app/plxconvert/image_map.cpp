@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "plxconvert/console.h"
+#include "plxconvert/messages.h"
 
 namespace plx::tool {
 
@@ -60,6 +61,7 @@ ImageMap::ImageMap(std::vector<ControlPoint> points, int requested, bool prescri
         back.push_back({p.X, p.Y, p.x, y});
     }
     fit_ = fit_polynomial(there, requested);
+    if (fit_.state == FitState::bad_number) throw InputFault("a coordinate of a control point is too large");
     back_ = fit_polynomial(back, requested);
     type_ = fit_.type;
     if (prescribed) make_georef(requested);

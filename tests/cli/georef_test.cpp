@@ -112,6 +112,7 @@ TEST(Georef, WhatIsWrongIsTold) {
     folder.write("huge.gcp",
                  "1 1 1e100 1\n2 1 2e100 2e99\n3 3 1e99 9e100\n4 1 5e100 7e100\n5 2 3e99 4e99\n6 9 8 2\n");
     folder.write("far.gcp", "1 2 3 4\n-1e200 2 3 4\n");
+    folder.write("wide.png", kPng), folder.write("wide.pgw", "1e200\n0\n0\n-1\n0\n0\n");
     folder.write("c.bmp", ""), std::filesystem::create_directory(folder.file("c.bpw"));
     std::tuple<Words, int, std::string> cases[] = {
         {{"fit", "huge.gcp", "--type", "5", "--prescribed", "--json"}, 0, "\"rms\": null"},
@@ -120,6 +121,8 @@ TEST(Georef, WhatIsWrongIsTold) {
         {{"project", "utm.gcp", "--type", "5", "--reverse"}, 0, "warning: the way back of the prescribed"},
         {{"project", "good.gcp", "--type", "7"}, 0, "7 is not possible with these points; type 4 is used"},
         {{"fit", "far.gcp"}, 1, "far.gcp: line 2: '-1e200' is too large"},
+        {{"show", "wide.png"}, 0, "world file, used"},
+        {{"gcp", "wide.png"}, 1, "a coordinate of a control point is too large"},
         {{"fit", "minus.gcp"}, 0, "minus.gcp: all rows are negative"},
         {{"fit", "equal.gcp", "--prescribed"}, 0, "texture_map: X inputs are equal."},
         {{"gcp", "g.gif", "--points", "degrees.txt"}, 0, "six decimals move control points by up to 0."},
