@@ -38,7 +38,7 @@ cd "$root"
 # Sources of the other system are in no list of commands here.
 [ ${#files[@]} -gt 0 ] || mapfile -t files < <(
     sed -n 's/^ *"file": "\(.*\.cpp\)",\{0,1\}$/\1/p' "$build/compile_commands.json" | sort -u |
-        grep -E "^$root/(src|app|examples|fuzz)/" | grep -v "^$build/")
+        grep -E "^$root/(src|app|examples|fuzz)/")
 
 found=0
 if [ "$tidy" = yes ]; then

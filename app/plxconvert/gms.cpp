@@ -180,7 +180,9 @@ int convert(const Options& options) {
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     report.seconds = seconds.count();
 
-    for (const std::string& warning : report.warnings) print_warning(warning);
+    if (!options.quiet) {
+        for (const std::string& warning : report.warnings) print_warning(warning);
+    }
     for (const std::string& error : report.errors) print_error(error);
     if (options.json) {
         print_report_json(report);

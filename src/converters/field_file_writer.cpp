@@ -2,14 +2,15 @@
 
 #include <algorithm>
 
+#include "core/ascii_text.h"
+
 namespace plx {
 namespace {
 
 /// A name between double quotes, which it cannot hold itself: one that did would end its line's grammar.
 std::string quoted(std::string name) {
     std::erase(name, '"');
-    std::replace_if(
-        name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+    std::replace_if(name.begin(), name.end(), is_control, ' ');
     return '"' + name + '"';
 }
 

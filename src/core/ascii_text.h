@@ -9,6 +9,9 @@ namespace plx {
 /// Lower case of an ASCII letter; every other byte as it is, so that text in any encoding survives.
 constexpr char ascii_lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
+/// True for the bytes before the blank, which end lines and words.
+constexpr bool is_control(char c) { return static_cast<unsigned char>(c) < 0x20; }
+
 /// True when both texts are equal but for the case of ASCII letters.
 inline bool equal_no_case(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),

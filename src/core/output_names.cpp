@@ -13,7 +13,7 @@
 namespace plx {
 namespace {
 
-bool is_control(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }
+bool is_unprintable(char c) { return is_control(c) || c == 0x7f; }
 
 /// What Windows refuses, or takes for another name, beyond what is refused on every system.
 bool is_refused_by_windows(std::string_view name) {
@@ -25,7 +25,7 @@ bool is_refused_by_windows(std::string_view name) {
 
 std::string one_word(std::string name) {
     std::replace_if(
-        name.begin(), name.end(), [](char c) { return c == ' ' || is_control(c); }, '_');
+        name.begin(), name.end(), [](char c) { return c == ' ' || is_unprintable(c); }, '_');
     return name;
 }
 
@@ -37,7 +37,7 @@ std::string clean_name(std::string name) {
 bool stays_in(const std::string& folder, const std::string& name) {
     // A look-up by a name with wildcards would find other files.
     if (folder.empty() || name.empty() || name.find_first_of("/\\:*?") != std::string::npos ||
-        std::any_of(name.begin(), name.end(), is_control))
+        std::any_of(name.begin(), name.end(), is_unprintable))
         return false;
     if (platform::names_are_native() && is_refused_by_windows(name)) return false;
     const std::string path = folder + "\\" + name;

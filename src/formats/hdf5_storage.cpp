@@ -42,10 +42,8 @@ struct Storage {
     }
 };
 
-bool is_plausible(hid_t dataset, std::size_t bytes) {
+bool is_plausible(std::size_t bytes, std::size_t stored) {
     std::size_t limit = 0;
-    const std::size_t stored =
-        std::min(static_cast<std::size_t>(H5Dget_storage_size(dataset)), hdf5_file_size(dataset));
     if (!multiply(stored, kBestRatio, limit) || limit > kMost - kUnstored) return true;
     return bytes <= limit + kUnstored;
 }
@@ -128,8 +126,9 @@ bool hdf5_storage_fits(Hdf5Id dataset, Hdf5Id type, const std::vector<std::size_
         if (!multiply(bytes, length, bytes)) return false;
     }
     if (bytes == 0) return true;
-    if (!is_plausible(dataset, std::max(bytes, storage.chunk_bytes))) return false;
-    const hsize_t stored = H5Dget_storage_size(dataset);
+    const auto stored = static_cast<std::size_t>(H5Dget_storage_size(dataset));
+    if (!is_plausible(std::max(bytes, storage.chunk_bytes), std::min(stored, hdf5_file_size(dataset))))
+        return false;
     // Nothing is stored of a dataset that nobody wrote to.
     if (stored == 0) return true;
     if (storage.layout == H5D_CHUNKED) return chunks_fit(dataset, type, storage, shape);

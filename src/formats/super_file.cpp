@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/ascii_text.h"
 #include "core/text_number.h"
 #include "formats/card_words.h"
 #include "formats/name_file.h"
@@ -90,7 +91,7 @@ private:
     /// Units become parts of lines; what a damaged pair of quotes has between them could break those.
     std::string unit(int i) const {
         std::string text = reader_.GetWord(i).c_str();
-        std::erase_if(text, [](unsigned char c) { return c < 0x20; });
+        std::erase_if(text, is_control);
         return text;
     }
 

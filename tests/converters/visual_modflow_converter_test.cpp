@@ -162,8 +162,11 @@ TEST(VisualModflow, SaysWhatIsMissing) {
         SCOPED_TRACE(c.message);
         Project project(ReadingRules::prescribed());
         project.folder.write("site.nam", "");
-        if (c.grid != nullptr) project.folder.write("site.vmg", c.grid);
-        if (c.grid == nullptr) std::filesystem::remove(project.folder.file("site.vmg"));
+        if (c.grid != nullptr) {
+            project.folder.write("site.vmg", c.grid);
+        } else {
+            std::filesystem::remove(project.folder.file("site.vmg"));
+        }
         const std::string printed = project.convert(c.project);
         EXPECT_NE(printed.find(c.message), std::string::npos) << printed;
         EXPECT_EQ(project.converter.report.errors.size(), 1U);
